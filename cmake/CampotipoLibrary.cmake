@@ -30,52 +30,83 @@ if(NOT CAMPOTIPO_SANITIZE)
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
 endif()
 
+# Each build of the libraries: its suffix on target names, and what -march it asks for. The second
+# one is put where the loader of newer processors looks first.
+set(CAMPOTIPO_BUILDS "_base")
+if(CAMPOTIPO_HWCAPS)
+  list(APPEND CAMPOTIPO_BUILDS "_v3")
+endif()
+set(CAMPOTIPO_HWCAPS_DIR glibc-hwcaps/x86-64-v3)
+
 # campotipo_subsystem(NAME SOURCES file... ARROWS subsystem...)
 # ARROWS names the subsystems whose headers this one may include; tests/abi holds the sources to it.
 function(campotipo_subsystem name)
   cmake_parse_arguments(arg "" "" "SOURCES;ARROWS" ${ARGN})
-  add_library(campotipo_${name} OBJECT ${arg_SOURCES})
-  target_link_libraries(campotipo_${name} PRIVATE campotipo_library_flags)
-  target_include_directories(campotipo_${name} PRIVATE ${CAMPOTIPO_INCLUDE_DIRS})
-  set_target_properties(campotipo_${name} PROPERTIES
-    POSITION_INDEPENDENT_CODE ON
-    C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
-    CXX_EXTENSIONS OFF CAMPOTIPO_ARROWS "${arg_ARROWS}")
-  set_property(GLOBAL APPEND PROPERTY CAMPOTIPO_ARROWS "${name}:${arg_ARROWS}")
+  foreach(build ${CAMPOTIPO_BUILDS})
+    set(objects campotipo_${name}${build})
+    add_library(${objects} OBJECT ${arg_SOURCES})
+    target_link_libraries(${objects} PRIVATE campotipo_library_flags)
+    target_include_directories(${objects} PRIVATE ${CAMPOTIPO_INCLUDE_DIRS})
+    set_target_properties(${objects} PROPERTIES
+      POSITION_INDEPENDENT_CODE ON
+      C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+      CXX_EXTENSIONS OFF)
+    if(build STREQUAL "_v3")
+      target_compile_options(${objects} PRIVATE -march=x86-64-v3)
+    endif()
+  endforeach()
+  set_property(GLOBAL APPEND PROPERTY CAMPOTIPO_ARROWS "${name}: ${arg_ARROWS}")
 endfunction()
 
-# Writes the linker version script of a library from its sorted list of exports. Hidden visibility
+# Writes the linker version script of a library from its sorted lists of exports. Hidden visibility
 # alone still lets weak symbols of the C++ headers out.
-function(campotipo_version_script exports script node)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${exports})
-  file(STRINGS ${exports} names)
+function(campotipo_version_script script node)
+  set(names)
+  foreach(list ${ARGN})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${list})
+    file(STRINGS ${PROJECT_SOURCE_DIR}/${list} more)
+    list(APPEND names ${more})
+  endforeach()
   list(JOIN names ";\n    " body)
   file(CONFIGURE OUTPUT ${script}
     CONTENT "${node} {\n  global:\n    ${body};\n  local:\n    *;\n};\n" @ONLY)
 endfunction()
 
-# campotipo_shared_library(NAME EXPORTS list SUBSYSTEMS subsystem... INCLUDE directory)
+# campotipo_shared_library(NAME EXPORTS list... SUBSYSTEMS subsystem... INCLUDE directory)
 function(campotipo_shared_library name)
-  cmake_parse_arguments(arg "" "EXPORTS;INCLUDE" "SUBSYSTEMS" ${ARGN})
+  cmake_parse_arguments(arg "" "INCLUDE" "EXPORTS;SUBSYSTEMS" ${ARGN})
   set(script ${PROJECT_BINARY_DIR}/${name}.map)
-  campotipo_version_script(${PROJECT_SOURCE_DIR}/${arg_EXPORTS} ${script}
-    CAMPOTIPO_${CAMPOTIPO_ABI})
-  list(TRANSFORM arg_SUBSYSTEMS REPLACE "(.+)" "$<TARGET_OBJECTS:campotipo_\\1>" OUTPUT_VARIABLE objects)
-  add_library(${name} SHARED ${objects})
+  campotipo_version_script(${script} CAMPOTIPO_${CAMPOTIPO_ABI} ${arg_EXPORTS})
+  foreach(build ${CAMPOTIPO_BUILDS})
+    set(objects)
+    foreach(subsystem ${arg_SUBSYSTEMS})
+      list(APPEND objects $<TARGET_OBJECTS:campotipo_${subsystem}${build}>)
+    endforeach()
+    set(library ${name})
+    if(build STREQUAL "_v3")
+      set(library ${name}_v3)
+    endif()
+    add_library(${library} SHARED ${objects})
+    target_link_options(${library} PRIVATE
+      -Wl,--version-script=${script} -Wl,-Bsymbolic-functions -Wl,--as-needed
+      -Wl,-z,relro,-z,now,-z,noexecstack)
+    set_target_properties(${library} PROPERTIES
+      VERSION ${PROJECT_VERSION} SOVERSION ${CAMPOTIPO_ABI} LINK_DEPENDS ${script})
+    if(CAMPOTIPO_SANITIZE)
+      target_link_libraries(${library} PRIVATE campotipo_flags)
+    else()
+      # The C driver, so that the C library is all that is needed, and no start files: nothing runs
+      # when the library is loaded, and the system's own do not carry control-flow protection.
+      target_link_options(${library} PRIVATE -Wl,-z,defs -nostartfiles)
+      set_target_properties(${library} PROPERTIES LINKER_LANGUAGE C)
+    endif()
+    if(build STREQUAL "_v3")
+      set_target_properties(${library} PROPERTIES OUTPUT_NAME ${name}
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${CAMPOTIPO_HWCAPS_DIR})
+    endif()
+  endforeach()
   target_include_directories(${name} INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${arg_INCLUDE}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-  target_link_options(${name} PRIVATE
-    -Wl,--version-script=${script} -Wl,-Bsymbolic-functions -Wl,--as-needed
-    -Wl,-z,relro,-z,now,-z,noexecstack)
-  set_target_properties(${name} PROPERTIES
-    VERSION ${PROJECT_VERSION} SOVERSION ${CAMPOTIPO_ABI} LINK_DEPENDS ${script})
-  if(CAMPOTIPO_SANITIZE)
-    target_link_libraries(${name} PRIVATE campotipo_flags)
-  else()
-    # The C driver, so that the C library is all that is needed.
-    target_link_options(${name} PRIVATE -Wl,-z,defs)
-    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
-  endif()
 endfunction()

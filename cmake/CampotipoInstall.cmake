@@ -1,0 +1,57 @@
+# Installation: libraries, headers, CMake package and pkg-config files, all relocatable.
+
+include(CMakePackageConfigHelpers)
+
+set_target_properties(campotipo-support PROPERTIES EXPORT_NAME support)
+add_library(campotipo::campotipo ALIAS campotipo)
+add_library(campotipo::support ALIAS campotipo-support)
+
+# The two libraries find each other wherever the prefix is moved to. Packages for the system's own
+# directories are built with CMAKE_SKIP_INSTALL_RPATH.
+set_target_properties(campotipo PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(CAMPOTIPO_HWCAPS)
+  set_target_properties(campotipo_v3 PROPERTIES INSTALL_RPATH "$ORIGIN")
+endif()
+
+install(TARGETS campotipo campotipo-support EXPORT campotipo
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
+if(CAMPOTIPO_HWCAPS)
+  install(TARGETS campotipo_v3 campotipo-support_v3
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${CAMPOTIPO_HWCAPS_DIR}
+    COMPONENT runtime NAMELINK_SKIP)
+endif()
+install(DIRECTORY include/campotipo support/include/campotipo-support
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN "*.h")
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/campotipo)
+install(EXPORT campotipo NAMESPACE campotipo:: DESTINATION ${package_dir}
+  FILE campotipoTargets.cmake COMPONENT development)
+configure_package_config_file(cmake/campotipoConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/campotipoConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/campotipoConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/campotipoConfig.cmake
+  ${PROJECT_BINARY_DIR}/campotipoConfigVersion.cmake
+  DESTINATION ${package_dir} COMPONENT development)
+
+# A .pc file finds its prefix from where it lies, so that a moved installation still works. An
+# absolute directory stays as it was given.
+foreach(kind LIBDIR INCLUDEDIR)
+  if(IS_ABSOLUTE ${CMAKE_INSTALL_${kind}})
+    set(pc_${kind} ${CMAKE_INSTALL_${kind}})
+  else()
+    set(pc_${kind} "\${prefix}/${CMAKE_INSTALL_${kind}}")
+  endif()
+endforeach()
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  set(pc_PREFIX ${CMAKE_INSTALL_PREFIX})
+else()
+  cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+    BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig OUTPUT_VARIABLE up)
+  set(pc_PREFIX "\${pcfiledir}/${up}")
+endif()
+foreach(library campotipo campotipo-support)
+  configure_file(cmake/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()
