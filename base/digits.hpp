@@ -38,6 +38,13 @@ inline constexpr std::uint64_t kPowerOfTen[20] = {
 inline constexpr std::uint64_t kTenTo8 = kPowerOfTen[8];
 inline constexpr std::uint64_t kTenTo16 = kPowerOfTen[16];
 
+// Number of decimal digits; zero has none.
+constexpr unsigned count(std::uint64_t number) {
+  const auto least = static_cast<unsigned>(std::bit_width(number)) * 1233 >> 12;  // log10(2)
+  return least + (number >= kPowerOfTen[least]);
+}
+static_assert(count(9) == 1 && count(10) == 2 && count(~std::uint64_t{0}) == 20);
+
 // Value of eight digit values 0 to 9 (not characters). Each step joins neighbours: 1 digit to 2, to
 // 4, to 8.
 constexpr std::uint64_t join8(std::uint64_t values) {

@@ -1,0 +1,139 @@
+#pragma once
+
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "base/bytes.hpp"
+#include "base/digits.hpp"
+#include "quantities/member.hpp"
+#include "quantities/operations.hpp"
+#include "quantities/scan.hpp"
+#include "quantities/slice.hpp"
+
+// Numbers of 21 to 50 digits in two or three binary limbs of 19 digits, the highest one shorter.
+// Limbs are converted and compared by the number services.
+namespace campotipo::quantities::wide {
+
+template <int N, int Limb>
+inline constexpr int kBytesOf = kMember<N>.bytes_of(Limb);
+
+template <int N, int Limb>
+inline constexpr const Operations &kServiceOf = kOperations[kBytesOf<N, Limb>];
+
+template <int N, int Limb>
+inline std::uint64_t load_limb(const unsigned char *field) {
+  return bytes::load_le<kBytesOf<N, Limb>>(field + kLimbBytes * Limb);
+}
+
+template <int N>
+inline bool is_zero(const unsigned char *field) {
+  std::uint64_t any = load_limb<N, 0>(field) | load_limb<N, 1>(field);
+  if constexpr (kMember<N>.limbs == 3) any |= load_limb<N, 2>(field);
+  return any == 0;
+}
+
+// Fills the limbs from this one up with the `rest` characters left of `end`, the lower limbs'
+// characters being behind it.
+template <int N, int Limb>
+inline void fill_limbs(unsigned char *field, const char *end, std::size_t rest) {
+  constexpr unsigned room = kMember<N>.digits_of(Limb);
+  const unsigned count = rest < room ? static_cast<unsigned>(rest) : room;
+  const Slice slice(end - count, count);
+  kServiceOf<N, Limb>.from_text(field + kLimbBytes * Limb, slice.text());
+  if constexpr (Limb + 1 < kMember<N>.limbs) {
+    if (rest > count) {
+      fill_limbs<N, Limb + 1>(field, end - count, rest - count);
+    } else {
+      std::memset(field + kLimbBytes * (Limb + 1), 0, N - kLimbBytes * (Limb + 1));
+    }
+  }
+}
+
+// The rightmost characters of the text, as many as the capacity.
+template <int N>
+inline int from_text(unsigned char *dest, const char *text, std::size_t length) {
+  if (length <= kLimbDigits) {
+    std::memset(dest + kLimbBytes, 0, N - kLimbBytes);
+    return _ato8(dest, text);
+  }
+  const std::size_t rest = length - kLimbDigits;
+  _ato8(dest, text + rest);
+  fill_limbs<N, 1>(dest, text + rest, rest);
+  return !is_zero<N>(dest);
+}
+
+template <int N>
+inline int from_text(unsigned char *dest, const char *text) {
+  return from_text<N>(dest, text, std::strlen(text));
+}
+
+template <int N>
+inline int from_text_fixed(unsigned char *dest, const char *text, int decimals) {
+  const ScannedDigits<kMember<N>.scan_limit, kMember<N>.digits> digits(text, decimals);
+  return from_text<N>(dest, digits.text(), digits.length());
+}
+
+// The limbs below this one as 19 digits each.
+template <int N, int Limb>
+inline void append_lower_limbs(char *to, const unsigned char *src) {
+  if constexpr (Limb > 0) {
+    _8btoa(src + kLimbBytes * (Limb - 1), to, kLimbDigits);
+    append_lower_limbs<N, Limb - 1>(to + kLimbDigits, src);
+  }
+}
+
+// `text` holds `length` digits, more than `decimals`.
+inline void insert_point(char *text, std::size_t length, int decimals) {
+  if (decimals <= 0) return;
+  char *at = text + length - decimals;
+  std::memmove(at + 1, at, static_cast<std::size_t>(decimals) + 1);
+  *at = '.';
+}
+
+// The text from this limb down, the limbs above it being zero and having no decimals of their own.
+template <int N, int Limb>
+inline char *to_text_from(char *text, const unsigned char *src, int decimals) {
+  if constexpr (Limb == 0) {
+    return _8toafixo(text, src, decimals);
+  } else {
+    constexpr int below = kLimbDigits * Limb;
+    const unsigned char *limb = src + kLimbBytes * Limb;
+    if (decimals > below) {
+      kServiceOf<N, Limb>.to_text_fixed(text, limb, decimals - below);
+      append_lower_limbs<N, Limb>(text + std::strlen(text), src);
+    } else if (decimals == below) {
+      kServiceOf<N, Limb>.to_text(text, limb);
+      char *point = text + std::strlen(text);
+      *point = '.';
+      append_lower_limbs<N, Limb>(point + 1, src);
+    } else if (const std::uint64_t value = load_limb<N, Limb>(src); value != 0) {
+      kServiceOf<N, Limb>.to_text(text, limb);
+      const unsigned count = digits::count(value);
+      append_lower_limbs<N, Limb>(text + count, src);
+      insert_point(text, count + below, decimals);
+    } else {
+      return to_text_from<N, Limb - 1>(text, src, decimals);
+    }
+    return text;
+  }
+}
+
+template <int N>
+inline char *to_text_fixed(char *text, const unsigned char *src, int decimals) {
+  return to_text_from<N, kMember<N>.limbs - 1>(text, src, decimals);
+}
+
+template <int N, int Limb = kMember<N>.limbs - 1>
+inline int compare(const unsigned char *a, const unsigned char *b) {
+  constexpr int at = kLimbBytes * Limb;
+  const int order = kServiceOf<N, Limb>.compare(a + at, b + at);
+  if constexpr (Limb == 0) {
+    return order;
+  } else {
+    return order != 0 ? order : compare<N, Limb - 1>(a, b);
+  }
+}
+
+}  // namespace campotipo::quantities::wide
