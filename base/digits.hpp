@@ -1,5 +1,8 @@
 #pragma once
 
+#include <emmintrin.h>
+
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -45,6 +48,36 @@ constexpr unsigned count(std::uint64_t number) {
 }
 static_assert(count(9) == 1 && count(10) == 2 && count(~std::uint64_t{0}) == 20);
 
+// Division by 10^j as a shift and one multiplication: x / 10^j = mulhi(x >> j, multiplier) >>
+// shift. With d = 5^j and 2^shift <= d the multiplier floor(2^(64 + shift) / d) + 1 is below 2^64
+// and its error below d, so the quotient is exact for every x >> j, which has at most 64 - j bits
+// (Granlund and Montgomery, Division by Invariant Integers using Multiplication, 1994).
+struct Reciprocal {
+  std::uint64_t multiplier;
+  unsigned shift;
+};
+
+inline constexpr std::array<Reciprocal, 20> kReciprocal = [] {
+  std::array<Reciprocal, 20> all{};
+  for (unsigned j = 1; j < 20; ++j) {
+    const std::uint64_t five = kPowerOfTen[j] >> j;
+    const auto shift = static_cast<unsigned>(std::bit_width(five)) - 1;
+    const auto numerator = bytes::uint128{1} << (64 + shift);
+    all[j] = {static_cast<std::uint64_t>(numerator / five) + 1, shift};
+  }
+  return all;
+}();
+
+// number / 10^power, for power 1 to 19.
+constexpr std::uint64_t divide_by_power(std::uint64_t number, unsigned power) {
+  const Reciprocal by = kReciprocal[power];
+  const bytes::uint128 product = bytes::uint128{number >> power} * by.multiplier;
+  return static_cast<std::uint64_t>(product >> 64) >> by.shift;
+}
+static_assert(divide_by_power(18446744073709551615u, 19) == 1);
+static_assert(divide_by_power(9999999999999999999u, 19) == 0);
+static_assert(divide_by_power(18446744073709551615u, 1) == 1844674407370955161u);
+
 // Value of eight digit values 0 to 9 (not characters). Each step joins neighbours: 1 digit to 2, to
 // 4, to 8.
 constexpr std::uint64_t join8(std::uint64_t values) {
@@ -66,6 +99,21 @@ constexpr std::uint64_t split8(std::uint32_t number) {
   return tens + ((twos - 10 * tens) << 8);
 }
 static_assert(split8(12345678) == 0x0807060504030201);
+
+// The sixteen digit values of two numbers below 10^8, first digit in the lowest byte: split8 on
+// both at once.
+inline __m128i split16(std::uint32_t first, std::uint32_t second) {
+  const __m128i eights = _mm_set_epi64x(second, first);
+  const __m128i high = _mm_srli_epi64(_mm_mul_epu32(eights, _mm_set1_epi64x(3518437209)), 45);
+  const __m128i low = _mm_sub_epi64(eights, _mm_mul_epu32(high, _mm_set1_epi64x(10000)));
+  const __m128i fours = _mm_or_si128(high, _mm_slli_epi64(low, 32));
+  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi16(5243)), 3);
+  const __m128i units = _mm_sub_epi16(fours, _mm_mullo_epi16(hundreds, _mm_set1_epi16(100)));
+  const __m128i twos = _mm_or_si128(hundreds, _mm_slli_epi32(units, 16));
+  const __m128i tens = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554));
+  const __m128i ones = _mm_sub_epi16(twos, _mm_mullo_epi16(tens, _mm_set1_epi16(10)));
+  return _mm_or_si128(tens, _mm_slli_epi16(ones, 8));
+}
 
 // Number of leading zeros in eight digit values, 8 for zero.
 constexpr unsigned leading_zeros8(std::uint64_t values) {

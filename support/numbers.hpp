@@ -102,36 +102,48 @@ inline std::uint64_t from_text_fixed(const char *text, int decimals) {
   return scan.value * power_of_ten(missing);
 }
 
+// The sixteen characters of a number below 10^16, as two words.
+struct Sixteen {
+  std::uint64_t first, second;
+};
+
+inline __m128i sixteen_digits(std::uint64_t number) {
+  const auto second = static_cast<std::uint32_t>(number % digits::kTenTo8);
+  const auto first = static_cast<std::uint32_t>(number / digits::kTenTo8);
+  return _mm_or_si128(digits::split16(first, second), _mm_set1_epi8('0'));
+}
+
+inline Sixteen words(__m128i characters) {
+  return {
+      static_cast<std::uint64_t>(_mm_cvtsi128_si64(characters)),
+      static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(characters, characters)))};
+}
+
 // Digits of the number without leading zeros; no NUL. Result: behind the last digit. Writes no byte
 // behind it.
 inline char *put_digits(char *to, std::uint64_t number) {
   using namespace digits;
-  const auto low = static_cast<std::uint32_t>(number % kTenTo8);
   if (number < kTenTo8) {
-    const std::uint64_t values = split8(low);
+    const std::uint64_t values = split8(static_cast<std::uint32_t>(number));
     // Zero keeps its one digit.
     const unsigned zeros = leading_zeros8(values | std::uint64_t{1} << 56);
     bytes::store_low_bytes(to, (values | kZeros) >> (8 * zeros), 8 - zeros);
     return to + 8 - zeros;
   }
-  std::uint64_t high = number / kTenTo8;
-  const auto middle = static_cast<std::uint32_t>(high % kTenTo8);
   // From here on the text has nine digits or more, so the first word may be stored whole.
-  if (high < kTenTo8) {
-    const std::uint64_t values = split8(middle);
-    const unsigned zeros = leading_zeros8(values);
-    store(to, (values | kZeros) >> (8 * zeros));
-    to += 8 - zeros;
-  } else {
-    const std::uint64_t values = split8(static_cast<std::uint32_t>(high / kTenTo8));
-    const unsigned zeros = leading_zeros8(values);
-    store(to, (values | kZeros) >> (8 * zeros));
-    to += 8 - zeros;
-    store(to, split8(middle) | kZeros);
-    to += 8;
+  if (number < kTenTo16) {
+    const Sixteen all = words(sixteen_digits(number));
+    const unsigned zeros = leading_zeros8(all.first ^ kZeros);
+    store(to, all.first >> (8 * zeros));
+    store(to + 8 - zeros, all.second);
+    return to + 16 - zeros;
   }
-  store(to, split8(low) | kZeros);
-  return to + 8;
+  const std::uint64_t top = split8(static_cast<std::uint32_t>(number / kTenTo16));
+  const unsigned zeros = leading_zeros8(top);
+  store(to, (top | kZeros) >> (8 * zeros));
+  to += 8 - zeros;
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(to), sixteen_digits(number % kTenTo16));
+  return to + 16;
 }
 
 inline char *to_text(char *text, std::uint64_t number) {
@@ -139,44 +151,42 @@ inline char *to_text(char *text, std::uint64_t number) {
   return text;
 }
 
-// The rightmost `count` digits with leading zeros, and a NUL.
-inline char *to_text_exact(char *text, std::uint64_t number, int count) {
+// The rightmost `count` digits, 0 or more, with leading zeros; no NUL.
+inline char *put_digits_exact(char *to, std::uint64_t number, unsigned count) {
   using namespace digits;
-  char *end = text + (count > 0 ? count : 0);
-  *end = '\0';
-  while (end - text >= 8) {
-    end -= 8;
-    store(end, split8(static_cast<std::uint32_t>(number % kTenTo8)) | kZeros);
-    number /= kTenTo8;
+  if (count > 24) {
+    std::memset(to, '0', count - 24);
+    return put_digits_exact(to + count - 24, number, 24);
   }
-  const auto left = static_cast<unsigned>(end - text);
-  if (left == 0) return text;
-  const std::uint64_t word = split8(static_cast<std::uint32_t>(number % kTenTo8)) | kZeros;
-  bytes::store_low_bytes(text, word >> (64 - 8 * left), left);
+  if (count > 16) {
+    const std::uint64_t top = split8(static_cast<std::uint32_t>(number / kTenTo16)) | kZeros;
+    store(to, top >> (8 * (24 - count)));
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(to + count - 16),
+                     sixteen_digits(number % kTenTo16));
+  } else if (count > 8) {
+    const Sixteen all = words(sixteen_digits(number % kTenTo16));
+    store(to, all.first >> (8 * (16 - count)));
+    store(to + count - 8, all.second);
+  } else if (count > 0) {
+    const std::uint64_t word = split8(static_cast<std::uint32_t>(number % kTenTo8)) | kZeros;
+    bytes::store_low_bytes(to, word >> (64 - 8 * count), count);
+  }
+  return to + count;
+}
+
+inline char *to_text_exact(char *text, std::uint64_t number, int count) {
+  *put_digits_exact(text, number, count > 0 ? static_cast<unsigned>(count) : 0) = '\0';
   return text;
 }
 
 inline char *to_text_fixed(char *text, std::uint64_t number, int decimals) {
   if (decimals <= 0) return to_text(text, number);
-  char digits[20];
-  const long count = put_digits(digits, number) - digits;
-  char *to = text;
-  const char *from = digits;
-  if (count > decimals) {
-    std::memcpy(to, from, static_cast<std::size_t>(count - decimals));
-    to += count - decimals;
-    from += count - decimals;
-  } else {
-    *to++ = '0';
-  }
+  const auto places = static_cast<unsigned>(decimals);
+  const std::uint64_t whole = places < 20 ? digits::divide_by_power(number, places) : 0;
+  const std::uint64_t rest = places < 20 ? number - whole * digits::kPowerOfTen[places] : number;
+  char *to = put_digits(text, whole);
   *to++ = '.';
-  if (count < decimals) {
-    std::memset(to, '0', static_cast<std::size_t>(decimals - count));
-    to += decimals - count;
-  }
-  const auto rest = static_cast<std::size_t>(digits + count - from);
-  std::memcpy(to, from, rest);
-  to[rest] = '\0';
+  *put_digits_exact(to, rest, places) = '\0';
   return text;
 }
 
