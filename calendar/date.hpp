@@ -1,0 +1,180 @@
+#pragma once
+
+#include <campotipo-support/calendar.h>
+#include <campotipo-support/numbers.h>
+#include <campotipo/calendar.h>
+
+#include <array>
+#include <cstdint>
+
+#include "base/bytes.hpp"
+
+// The date field: its number N in two encodings, and the day, month and year that it stands for.
+namespace campotipo::calendar {
+
+inline constexpr std::uint32_t kPacked = 0x800000;
+inline constexpr std::uint32_t kRepeated = 0x200000;
+inline constexpr std::uint32_t kAllBits = 0xFFFFFF;
+inline constexpr unsigned kMonthShift = 5;
+inline constexpr unsigned kYearShift = 9;
+inline constexpr std::uint32_t kDayMask = 31;
+inline constexpr std::uint32_t kMonthMask = 15;
+inline constexpr std::uint32_t kYearMask = 0xFFF;
+
+struct Date {
+  std::int32_t day;
+  std::int32_t month;
+  std::int32_t year;
+};
+
+inline constexpr std::uint8_t kMonthLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+
+// Sixteen months for each of the four years of a cycle. Months that do not exist have no days, so
+// that one look-up also tells whether a month exists.
+inline constexpr auto kDaysInMonth = [] {
+  std::array<std::uint8_t, 64> days{};
+  for (unsigned year = 0; year < 4; ++year) {
+    for (unsigned month = 1; month <= 12; ++month) {
+      const unsigned leap_day = year == 0 && month == 2;
+      days[year * 16 + month] = static_cast<std::uint8_t>(kMonthLengths[month - 1] + leap_day);
+    }
+  }
+  return days;
+}();
+
+constexpr std::uint32_t days_in_month(std::int32_t month, std::int32_t year) {
+  const auto row = static_cast<std::uint32_t>(month);
+  return row < 16 ? kDaysInMonth[(static_cast<std::uint32_t>(year) & 3) * 16 + row] : 0;
+}
+static_assert(days_in_month(2, 2100) == 29 && days_in_month(2, -1) == 28);
+static_assert(days_in_month(0, 0) + days_in_month(13, 0) + days_in_month(-1, 0) == 0);
+
+constexpr bool exists(const Date &date) {
+  return static_cast<std::uint32_t>(date.day) - 1 < days_in_month(date.month, date.year);
+}
+
+inline std::int32_t format_in_force() { return __atomic_load_n(&DATAC_formato, __ATOMIC_RELAXED); }
+
+inline std::uint32_t load(const unsigned char *field) { return _3ulong(field); }
+
+inline unsigned char *store(unsigned char *field, std::uint32_t number) {
+  bytes::store_le<DATAC_BYTES>(field, number);
+  return field;
+}
+
+constexpr bool is_packed(std::uint32_t number) { return (number & kPacked) != 0; }
+
+constexpr std::uint32_t zero_date(std::int32_t format) {
+  return format == DATAC_FORMATO_COMPACTO ? kPacked : 0;
+}
+
+// Bits above the field's 24 may be set; storing drops them.
+constexpr std::uint32_t decimal_number(const Date &date) {
+  return static_cast<std::uint32_t>(date.day) * 10000 +
+         static_cast<std::uint32_t>(date.month) * 100 + static_cast<std::uint32_t>(date.year % 100);
+}
+
+constexpr std::uint32_t packed_number(const Date &date) {
+  return kPacked | (static_cast<std::uint32_t>(date.year) & kYearMask) << kYearShift |
+         static_cast<std::uint32_t>(date.month) << kMonthShift |
+         static_cast<std::uint32_t>(date.day);
+}
+
+constexpr std::uint32_t packed_repeated_or_zero(const Date &date) {
+  const bool repeated = date.day == date.month && date.month == date.year && date.day >= 22 &&
+                        date.day <= 99 && date.day % 11 == 0;
+  return repeated ? kPacked | kRepeated | static_cast<std::uint32_t>(date.day) / 11 : kPacked;
+}
+
+// Number of a date that exists.
+constexpr std::uint32_t number_of_existing(std::int32_t format, const Date &date) {
+  return format == DATAC_FORMATO_COMPACTO ? packed_number(date) : decimal_number(date);
+}
+
+constexpr std::uint32_t number_of(std::int32_t format, const Date &date) {
+  if (format != DATAC_FORMATO_COMPACTO) return decimal_number(date);
+  return exists(date) ? packed_number(date) : packed_repeated_or_zero(date);
+}
+static_assert(number_of(1, {31, 12, 2024}) == 0x8FD19F && number_of(0, {31, 12, 2024}) == 311224);
+static_assert(number_of(1, {11, 11, 11}) == 0x80176B && number_of(1, {22, 22, 22}) == 0xA00002);
+
+// How far the year of a decimal date is read. The expansion keeps the last two digits, and 100 is a
+// multiple of four: two-digit texts and leap years need no expansion, and spare the call.
+enum class Year { kExpanded, kLastTwoDigits };
+
+constexpr std::int32_t day_of_decimal(std::uint32_t number) {
+  return static_cast<std::int32_t>(number / 10000 % 100);
+}
+
+template <Year reading>
+inline Date read_decimal(std::uint32_t number) {
+  const std::int32_t day = day_of_decimal(number);
+  const auto month = static_cast<std::int32_t>(number / 100 % 100);
+  auto year = static_cast<std::int32_t>(number % 100);
+  if (day == 0) {
+    year = 0;
+  } else if constexpr (reading == Year::kExpanded) {
+    year = CRONOBASE_ano_com_quatro(year);
+  }
+  return {day, month, year};
+}
+
+constexpr Date read_repeated(std::uint32_t number) {
+  const auto digit = static_cast<std::int32_t>((number & kDayMask) % 10);
+  return {digit * 11, digit * 11, digit * 1111};
+}
+
+constexpr Date read_ordinary_packed(std::uint32_t number) {
+  return {static_cast<std::int32_t>(number & kDayMask),
+          static_cast<std::int32_t>(number >> kMonthShift & kMonthMask),
+          static_cast<std::int32_t>(number >> kYearShift & kYearMask)};
+}
+
+template <Year reading = Year::kExpanded>
+inline Date read(std::uint32_t number) {
+  if (!is_packed(number)) return read_decimal<reading>(number);
+  if ((number & kRepeated) != 0) [[unlikely]]
+    return read_repeated(number);
+  return read_ordinary_packed(number);
+}
+
+// One part alone, from a reading that needs no service.
+inline std::int32_t day(std::uint32_t number) { return read<Year::kLastTwoDigits>(number).day; }
+inline std::int32_t month(std::uint32_t number) { return read<Year::kLastTwoDigits>(number).month; }
+inline std::int32_t last_two(std::uint32_t number) {
+  return read<Year::kLastTwoDigits>(number).year % 100;
+}
+
+inline bool is_valid(std::uint32_t number) { return exists(read<Year::kLastTwoDigits>(number)); }
+
+// A number in the order of the dates, for every bit pattern of a field.
+inline std::int64_t order(std::uint32_t number) {
+  const Date date = read(number);
+  return std::int64_t{date.year} * (128 * 128) + date.month * 128 + date.day;
+}
+
+inline int compare(std::uint32_t a, std::uint32_t b) {
+  std::int64_t left, right;
+  if (is_packed(a & b) && ((a | b) & kRepeated) == 0) [[likely]] {
+    left = a & (kRepeated - 1);
+    right = b & (kRepeated - 1);
+  } else {
+    left = order(a);
+    right = order(b);
+  }
+  return (left > right) - (left < right);
+}
+
+inline std::uint32_t ddmmaa(std::uint32_t number) {
+  return is_packed(number) ? decimal_number(read(number)) : number;
+}
+
+inline int convert(unsigned char *field, std::int32_t format) {
+  const std::uint32_t number = load(field);
+  const int wanted = is_packed(number) ? DATAC_FORMATO_DECIMAL : DATAC_FORMATO_COMPACTO;
+  if (format != wanted) return 0;
+  store(field, number_of(format, read(number)));
+  return 1;
+}
+
+}  // namespace campotipo::calendar
