@@ -5,6 +5,9 @@ include(CMakePackageConfigHelpers)
 set_target_properties(campotipo-support PROPERTIES EXPORT_NAME support)
 add_library(campotipo::campotipo ALIAS campotipo)
 add_library(campotipo::support ALIAS campotipo-support)
+if(NOT CAMPOTIPO_INSTALL)
+  return()
+endif()
 
 # The two libraries find each other wherever the prefix is moved to. Packages for the system's own
 # directories are built with CMAKE_SKIP_INSTALL_RPATH.

@@ -17,13 +17,15 @@ if(CAMPOTIPO_SANITIZE)
   target_link_options(campotipo_flags INTERFACE -fsanitize=${CAMPOTIPO_SANITIZE})
 endif()
 
-# What only the libraries are compiled with. Sanitizers need the C++ driver and intercepted calls.
+# What only the libraries are compiled with. The tests read their records and arguments from the
+# debug information. Sanitizers need the C++ driver and intercepted calls.
 add_library(campotipo_library_flags INTERFACE)
 target_link_libraries(campotipo_library_flags INTERFACE campotipo_flags)
 target_compile_definitions(campotipo_library_flags INTERFACE CAMPOTIPO_BUILDING)
 target_compile_options(campotipo_library_flags INTERFACE
   -iquote${PROJECT_SOURCE_DIR} -fno-semantic-interposition
   -fstack-protector-strong -fcf-protection -fno-plt
+  $<$<BOOL:${CAMPOTIPO_BUILD_TESTS}>:-g>
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics>)
 if(NOT CAMPOTIPO_SANITIZE)
   target_compile_options(campotipo_library_flags INTERFACE

@@ -1,0 +1,104 @@
+#!/usr/bin/env bash
+# usage: check_install.sh SOURCE BUILD WORK LIBDIR WAY
+#   prefix        installs the build to a prefix and moves it
+#   package       the moved prefix, by find_package
+#   pkgconfig     the moved prefix, by pkg-config
+#   subdirectory  the sources inside a parent project, with both sets of libraries
+#   absolute      that build, installed to absolute directories
+#   hwcaps        which set the loader takes from there
+set -euo pipefail
+export LC_ALL=C
+
+source=$1 build=$2 work=$3 libdir=$4 way=$5
+here=$(dirname "${BASH_SOURCE[0]}")
+prefix=$work/moved/prefix
+absolute=$work/absolute
+quietly() { "$@" > "$work/$way.log" 2>&1 || { cat "$work/$way.log"; exit 1; }; }
+fault() { echo "FAULT: $*"; exit 1; }
+unset CFLAGS CXXFLAGS LDFLAGS LD_LIBRARY_PATH PKG_CONFIG_PATH CMAKE_PREFIX_PATH
+
+consume() {  # folder, options...: configures and builds the consumer project, and runs what it made
+  local folder=$work/$1
+  shift
+  rm -rf "$folder"
+  quietly cmake -S "$here/consumer" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Debug "$@"
+  quietly cmake --build "$folder"
+  run "$folder"/consumer_*
+}
+run() {
+  local program count=0
+  for program in "$@"; do
+    [ -x "$program" ] && [ -f "$program" ] || continue
+    "$program" || fault "$program"
+    count=$((count + 1))
+  done
+  [ "$count" -eq 4 ] || fault "$count programs run, not 4"
+}
+pkg() {  # directory of the .pc files: compiles by hand with what pkg-config says, and runs
+  local folder=$work/$way directory flags
+  rm -rf "$folder"
+  mkdir -p "$folder"
+  export PKG_CONFIG_PATH=$1
+  flags=$(pkg-config --cflags --libs campotipo)
+  directory=$(pkg-config --variable=libdir campotipo)
+  # The prefix has no blanks in it: the flags are meant to be split.
+  # shellcheck disable=SC2086
+  for language in c:c99 c++:c++11 c++:c++20; do
+    gcc -x "${language%:*}" -std="${language#*:}" -pedantic -Wall -Werror \
+      "$here/consumer/consumer.c" -x none -o "$folder/${language#*:}" $flags
+  done
+  # shellcheck disable=SC2046
+  gcc "$here/consumer/services.c" -o "$folder/services" $(pkg-config --cflags --libs campotipo-support)
+  LD_LIBRARY_PATH=$directory run "$folder"/*
+  [ "$(pkg-config --modversion campotipo)" = "$(pkg-config --modversion campotipo-support)" ] ||
+    fault "the two .pc files tell different versions"
+}
+chosen() {  # loader arguments...: which file the loader takes for libcampotipo.so.1
+  env LD_DEBUG=libs "$@" 2>&1 |
+    awk '/find library=libcampotipo\.so\.1/ { on = 1; next } /find library/ { on = 0 }
+         on && /trying file=/ { sub(/.*trying file=/, ""); file = $0 } END { print file }'
+}
+
+mkdir -p "$work"
+case $way in
+  prefix)
+    rm -rf "$work/first" "$work/moved"
+    quietly cmake --install "$build" --prefix "$work/first"
+    mkdir "$work/moved"
+    mv "$work/first" "$prefix"
+    if grep -rIl "$work/first" "$prefix"; then fault "these files name the prefix they came from"; fi
+    ;;
+  package) consume package -DWAY=package -DCMAKE_PREFIX_PATH="$prefix" ;;
+  pkgconfig) pkg "$prefix/$libdir/pkgconfig" ;;
+  subdirectory)
+    consume parent -DWAY=subdirectory -DSOURCE="$source" -DCAMPOTIPO_HWCAPS=ON \
+      -DCAMPOTIPO_INSTALL=ON -DCMAKE_INSTALL_PREFIX="$absolute/prefix" \
+      -DCMAKE_INSTALL_LIBDIR="$absolute/libraries" -DCMAKE_INSTALL_INCLUDEDIR="$absolute/headers"
+    rm -rf "$absolute"
+    quietly cmake --install "$work/parent"
+    ;;
+  absolute)
+    pkg "$absolute/libraries/pkgconfig"
+    consume absolute-package -DWAY=package \
+      -Dcampotipo_DIR="$absolute/libraries/cmake/campotipo"
+    ;;
+  hwcaps)
+    second=$absolute/libraries/glibc-hwcaps/x86-64-v3
+    for name in campotipo campotipo-support; do
+      [ -e "$second/lib$name.so.1" ] || fault "$second has no lib$name.so.1"
+      [ ! -e "$second/lib$name.so" ] || fault "$second has a link for the linker"
+    done
+    loader=/lib64/ld-linux-x86-64.so.2
+    "$loader" --help | grep -q 'x86-64-v3 (supported, searched)' || {
+      echo "this processor is older than x86-64-v3"
+      exit 77
+    }
+    program=$work/parent-program
+    gcc -x c -std=c99 "$here/consumer/consumer.c" -x none -o "$program" -I"$absolute/headers" \
+      -L"$absolute/libraries" -Wl,-rpath,"$absolute/libraries" -lcampotipo -lcampotipo-support
+    file=$(chosen "$program")
+    [ "$file" = "$second/libcampotipo.so.1" ] || fault "the loader takes $file"
+    file=$(chosen "$loader" --glibc-hwcaps-mask none "$program")
+    [ "$file" = "$absolute/libraries/libcampotipo.so.1" ] || fault "masked, the loader takes $file"
+    ;;
+esac
