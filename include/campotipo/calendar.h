@@ -9,13 +9,17 @@
  * Dates and times of day
  * ======================
  *
- *   kind     bytes  stored form                                           section
+ *   kind     bytes  stored form                                             section
  *   DATAC    3      a date, decimal or packed; the field itself says which  Date field
- *   HORAC    2      hour * 100 + minute                                   Time of day
- *   HHMMSS   3      hour, minute, second, one byte each                   Time of day
+ *   HORAC    2      hour * 100 + minute                                     Time of day
+ *   HHMMSS   3      hour, minute, second, one byte each                     Time of day
  *
  * A field is its bytes and nothing else, at any address. Pointers are never null. Nothing reports
  * an error: every bit pattern can be read, and what no date can be made of becomes the zero date.
+ *
+ * date    a DATAC in either encoding, 3 bytes
+ * a, b    two of them
+ * field   a HORAC of 2 bytes or an HHMMSS of 3
  *
  * Threads: operations on different data may run at the same time. DATAC_formato is the one
  * variable; an operation that writes a date in its encoding reads it once.
@@ -123,6 +127,8 @@ CAMPOTIPO_API int DATAC_igual(const unsigned char *a, const unsigned char *b) CA
 /*
  * DATAC_ulong: the number DDMMAA: N itself of a decimal date, 222222 of packed 22/22/22.
  * DATAC_ddmmaa_igual: 1 if DATAC_ulong of the date is ddmmaa, else 0.
+ *
+ * ddmmaa   the number DDMMAA; any other number is of no date
  */
 CAMPOTIPO_API uint32_t DATAC_ulong(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int DATAC_ddmmaa_igual(const unsigned char *date, int64_t ddmmaa) CAMPOTIPO_NOEXCEPT;
@@ -139,7 +145,12 @@ CAMPOTIPO_API int DATAC_ddmmaa_igual(const unsigned char *date, int64_t ddmmaa) 
  */
 CAMPOTIPO_API int DATAC_converteu_formato(unsigned char *date, int32_t format) CAMPOTIPO_NOEXCEPT;
 
-/* DATAC_dias_no_mes: days of the month, 28 to 31; 0 where month is not 1 to 12. */
+/*
+ * DATAC_dias_no_mes: days of a month, 28 to 31.
+ *
+ * month   1 to 12; any other gives 0
+ * year    in four digits; February has 29 days where year & 3 is 0
+ */
 CAMPOTIPO_API int32_t DATAC_dias_no_mes(int32_t month, int32_t year) CAMPOTIPO_NOEXCEPT;
 
 /*
@@ -247,6 +258,8 @@ CAMPOTIPO_API void DATAC_atod_DDMMAAAA(unsigned char *out, const char *text) CAM
  * DATAC_zuliano_desde: day count from 1 January of base_year. 0 where the year of the date is
  * before base_year or its month is not 1 to 12. The years base, base + 4, base + 8 and so on count
  * as leap years: it is a true count where base_year is a multiple of four.
+ *
+ * base_year   in four digits
  */
 CAMPOTIPO_API int32_t DATAC_zuliano(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int64_t DATAC_zuliano_desde(const unsigned char *date,
@@ -257,9 +270,10 @@ CAMPOTIPO_API int64_t DATAC_zuliano_desde(const unsigned char *date,
  * true leap years. The inverse of DATAC_zuliano_desde where base_year is a multiple of four.
  * DATAC_de_zuliano: the same with base year 1980.
  *
- * out     3 bytes, all written
- * count   1 or more; 0 or less stores what DATAC_monta makes of day `count`, month 1, base_year:
- *         packed the zero date
+ * out         3 bytes, all written
+ * count       1 or more; 0 or less stores what DATAC_monta makes of day `count`, month 1,
+ *             base_year: packed the zero date
+ * base_year   in four digits
  */
 CAMPOTIPO_API void DATAC_de_zuliano(unsigned char *out, int32_t count) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void DATAC_de_zuliano_desde(unsigned char *out, int32_t count,
@@ -274,6 +288,9 @@ CAMPOTIPO_API int32_t DATAC_dia_da_semana(const unsigned char *date) CAMPOTIPO_N
  * TZ in the environment mktime looks at the system's time zone file on every call.
  * DATAC_de_time_t: stores the local date of a moment. A moment that the platform cannot convert
  * gives what DATAC_monta makes of 0, 1, 1900: packed the zero date.
+ *
+ * out      3 bytes, all written
+ * moment   seconds of the epoch
  */
 CAMPOTIPO_API time_t DATAC_para_time_t(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void DATAC_de_time_t(unsigned char *out, time_t moment) CAMPOTIPO_NOEXCEPT;

@@ -139,8 +139,9 @@ CAMPOTIPO_API int DIGVERIF_monta_dv_modulo11(char *text, int make) CAMPOTIPO_NOE
  * Form B: 11 digits of a number of 36 bits, with leading zeros: from the top bit parte3, parte1,
  * parte5 and parte2. It gives back what its bit widths keep.
  *
- * The values are not negative; a negative one counts as 2^32 more. All but parte2 may be null,
- * which leaves that value out.
+ * parte1, parte2, parte3, parte4, parte5, parte6
+ *          the values, not negative; a negative one counts as 2^32 more. All but parte2 may be null,
+ *          which leaves that value out.
  *
  * Example: form B and back.
  *
@@ -178,8 +179,11 @@ CAMPOTIPO_API int ZALGORITM_gera_numeroB_unico(char *out, int size, const int *p
  * extrai_numeroB_unico: the values of a number in form B.
  *
  * The text is read as _ato8 reads it, and nothing about it is checked: a number above the form's 36
- * bits shows in parte3, which takes all that stands above its lowest bit, modulo 2^32. Each pointer
- * that is not null receives its value; parte4 and parte6 receive 0.
+ * bits shows in parte3, which takes all that stands above its lowest bit, modulo 2^32.
+ *
+ * text     ended by a NUL
+ * parte1, parte2, parte3, parte4, parte5, parte6
+ *          each receives its value where it is not null; parte4 and parte6 receive 0
  *
  * Result: 0, or 1 if text is null, and nothing is written.
  */

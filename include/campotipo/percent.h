@@ -84,6 +84,8 @@ extern "C" {
  *   ARRED_div1000_nbr    124501 gives 125            with the marker 124
  *   ARRED_div10000_nbr   1245001 gives 125           with the marker 124
  *   ARRED_div100000_nbr  12450001 gives 125          with the marker 124
+ *
+ * value   changed in place
  */
 CAMPOTIPO_API void ARRED_div10_5sobe(QUANTIA *value) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void ARRED_div10_nbr(QUANTIA *value) CAMPOTIPO_NOEXCEPT;

@@ -252,9 +252,11 @@ CAMPOTIPO_API char *BINQ20_btoa(char *text, const unsigned char *src) CAMPOTIPO_
 CAMPOTIPO_API char *BINQ21_btoa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 
 /*
- * BINQn_compara: -1, 0 or 1 as the first number (n bytes) is less than, equal to or greater than
- * the second (n bytes). The limbs are held against each other as binary numbers, high limb first;
- * the result is that of the first BINN_compara that finds a difference.
+ * BINQn_compara: -1, 0 or 1 as a is less than, equal to or greater than b. The limbs are held
+ * against each other as binary numbers, high limb first; the result is that of the first
+ * BINN_compara that finds a difference.
+ *
+ * a, b   n bytes each
  */
 CAMPOTIPO_API int BINQ9_compara(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int BINQ10_compara(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
@@ -383,6 +385,10 @@ CAMPOTIPO_API void BINQ21_mul_por_100(unsigned char *dest,
  * No other argument is tested.
  *
  * Note where the width stands among the arguments: it differs.
+ *
+ * width                   bytes of the field, 1 to 21
+ * dest_width, src_width   bytes of the two fields, 1 to 21 each
+ * a, b                    width bytes each
  */
 
 #define ZBINARIO_MAX_WIDTH 21

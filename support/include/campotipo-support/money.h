@@ -21,8 +21,13 @@
  * decimals. More decimals than the kind has are cut, not rounded. The first other byte ends the
  * text. A text without digits is 0.
  *
- * No operation allocates or reports a failure, and pointers are never null. The destination may be
- * a source, unless told otherwise. Operations on different values may run at the same time.
+ * No operation allocates or reports a failure, and pointers are never null. Operations on different
+ * values may run at the same time.
+ *
+ * dest    the value that is made; it may be a source
+ * src     the value that it is made from
+ * value   the value that is looked at
+ * a, b    the two values that are compared
  *
  * Example: a price and its text.
  *
@@ -36,10 +41,12 @@
 extern "C" {
 #endif
 
+/* A money value with two decimals. */
 typedef struct QUANTIA {
   unsigned char opaque[8];
 } QUANTIA;
 
+/* A money value with PARCELA_fixo decimals. */
 typedef struct PARCELA {
   unsigned char opaque[8];
 } PARCELA;
@@ -56,7 +63,11 @@ typedef struct PARCELA {
  */
 CAMPOTIPO_API extern int PARCELA_fixo;
 
-/* _QUANTIA_atov, PARCELA_atov: *dest becomes the value of the text. */
+/*
+ * _QUANTIA_atov, PARCELA_atov: *dest becomes the value of the text.
+ *
+ * text   ended by a NUL
+ */
 CAMPOTIPO_API void _QUANTIA_atov(QUANTIA *dest, const char *text) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void PARCELA_atov(PARCELA *dest, const char *text) CAMPOTIPO_NOEXCEPT;
 
@@ -64,8 +75,7 @@ CAMPOTIPO_API void PARCELA_atov(PARCELA *dest, const char *text) CAMPOTIPO_NOEXC
  * _QUANTIA_vtoa, PARCELA_vtoa: text of the value with all decimals of its kind, at least one digit
  * before the point, "-" in front of a value below zero: "-1234.56". Without decimals no point.
  *
- * text    at least QUANTIA_TEXT_SIZE bytes, or PARCELA_TEXT_SIZE(PARCELA_fixo)
- * value   read
+ * text   at least QUANTIA_TEXT_SIZE bytes, or PARCELA_TEXT_SIZE(PARCELA_fixo)
  *
  * Result: text.
  */
@@ -99,13 +109,21 @@ CAMPOTIPO_API int _QUANTIA_div_byte(QUANTIA *dest, const QUANTIA *src,
 CAMPOTIPO_API int PARCELA_div_byte(PARCELA *dest, const PARCELA *src,
                                    int divisor) CAMPOTIPO_NOEXCEPT;
 
-/* _QUANTIA_mul_byte, PARCELA_mul_byte: *dest = *src times factor, 0 to 255. */
+/*
+ * _QUANTIA_mul_byte, PARCELA_mul_byte: *dest = *src times factor.
+ *
+ * factor   0 to 255
+ */
 CAMPOTIPO_API void _QUANTIA_mul_byte(QUANTIA *dest, const QUANTIA *src,
                                      int factor) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void PARCELA_mul_byte(PARCELA *dest, const PARCELA *src,
                                     int factor) CAMPOTIPO_NOEXCEPT;
 
-/* _QUANTIA_som_long, PARCELA_som_long: *dest = *src plus that many units. */
+/*
+ * _QUANTIA_som_long, PARCELA_som_long: *dest = *src plus that many units.
+ *
+ * units   of either sign
+ */
 CAMPOTIPO_API void _QUANTIA_som_long(QUANTIA *dest, const QUANTIA *src,
                                      long units) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void PARCELA_som_long(PARCELA *dest, const PARCELA *src,
@@ -124,7 +142,11 @@ CAMPOTIPO_API void PARCELA_porc_mul(PARCELA *dest, const PARCELA *src,
 
 /*
  * _QUANTIA_porc_div, PARCELA_porc_div: *ratio = numerator divided by denominator in hundredths of a
- * percent, toward zero. Equal operands give 10000; a denominator of zero gives 0.
+ * percent, toward zero. Equal operands give 10000.
+ *
+ * ratio         one long, written
+ * numerator     read
+ * denominator   read; zero gives the ratio 0
  */
 CAMPOTIPO_API void _QUANTIA_porc_div(long *ratio, const QUANTIA *numerator,
                                      const QUANTIA *denominator) CAMPOTIPO_NOEXCEPT;
@@ -132,8 +154,10 @@ CAMPOTIPO_API void PARCELA_porc_div(long *ratio, const PARCELA *numerator,
                                     const PARCELA *denominator) CAMPOTIPO_NOEXCEPT;
 
 /*
- * _QUANTIA_trunca: brings *value, changed in place, to the scale of its kind. A QUANTIA holds
- * nothing below its unit, so the value stays as it is.
+ * _QUANTIA_trunca: brings *value to the scale of its kind. A QUANTIA holds nothing below its unit,
+ * so the value stays as it is.
+ *
+ * value   changed in place
  */
 CAMPOTIPO_API void _QUANTIA_trunca(QUANTIA *value) CAMPOTIPO_NOEXCEPT;
 

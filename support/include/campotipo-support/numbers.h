@@ -150,8 +150,9 @@ CAMPOTIPO_API char *_8toafixo(char *text, const unsigned char *src,
 CAMPOTIPO_API char *_8btoa(const unsigned char *src, char *text, int digits) CAMPOTIPO_NOEXCEPT;
 
 /*
- * BINN_compara: -1, 0 or 1 as the first number (N bytes) is less than, equal to or greater than the
- * second (N bytes).
+ * BINN_compara: -1, 0 or 1 as a is less than, equal to or greater than b.
+ *
+ * a, b   N bytes each
  */
 CAMPOTIPO_API int BIN1_compara(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int BIN2_compara(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
@@ -163,12 +164,16 @@ CAMPOTIPO_API int BIN7_compara(const unsigned char *a, const unsigned char *b) C
 CAMPOTIPO_API int BIN8_compara(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
 
 /*
- * Arithmetic on 8-byte numbers, modulo 2^64. dest may be the same field as a source.
+ * Arithmetic on 8-byte numbers, modulo 2^64.
  *
  * _8soma            dest = a + b
- * _8byte_mul_byte   dest = src times factor (0 to 255; any int is taken modulo 2^64)
- * _8byte_div_byte   dest = src divided by divisor (1 to 255), the remainder dropped; a divisor of
- *                   0 gives 0, and a negative one is taken modulo 2^64
+ * _8byte_mul_byte   dest = src times factor
+ * _8byte_div_byte   dest = src divided by divisor, the remainder dropped
+ *
+ * dest        8 bytes, all written; may be the same field as a source
+ * src, a, b   8 bytes
+ * factor      0 to 255; any int is taken modulo 2^64
+ * divisor     1 to 255; 0 gives 0, and a negative one is taken modulo 2^64
  */
 CAMPOTIPO_API void _8soma(unsigned char *dest, const unsigned char *a,
                           const unsigned char *b) CAMPOTIPO_NOEXCEPT;
@@ -181,7 +186,10 @@ CAMPOTIPO_API void _8byte_div_byte(unsigned char *dest, const unsigned char *src
  * The three-byte number of the date fields, least significant byte first.
  *
  * _3ulong   its value, 0 to 16777215
- * _3to8     widens it: dest (8 bytes written) receives the value of src (3 bytes)
+ * _3to8     widens it
+ *
+ * dest   8 bytes, all written
+ * src    3 bytes
  */
 CAMPOTIPO_API uint32_t _3ulong(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API void _3to8(unsigned char *dest, const unsigned char *src) CAMPOTIPO_NOEXCEPT;

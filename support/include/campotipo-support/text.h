@@ -13,6 +13,8 @@
  * When memory runs out, the piece that did not fit is left out whole, the text so far stays, and
  * the text can still be read, added to and released.
  *
+ * handle   made by LINHAFLEX_cria and not yet released
+ *
  * Example:
  *
  *     LINHAFLEX line;
@@ -28,14 +30,25 @@
 extern "C" {
 #endif
 
+/* Handle of a text. */
 typedef void *LINHAFLEX;
 
-/* LINHAFLEX_cria: sets *handle to a new empty text. Result: 0, or 1 when there is no memory, with
- * *handle untouched. */
+/*
+ * LINHAFLEX_cria: makes a new empty text.
+ *
+ * handle   one handle, written
+ *
+ * Result: 0, or 1 when there is no memory, with *handle untouched.
+ */
 CAMPOTIPO_API int LINHAFLEX_cria(LINHAFLEX *handle) CAMPOTIPO_NOEXCEPT;
 
-/* LINHAFLEX_printf: appends a piece formatted as by printf. Result: characters appended, or -1 when
- * nothing was. */
+/*
+ * LINHAFLEX_printf: appends a piece formatted as by printf.
+ *
+ * format   of printf, with its arguments behind it
+ *
+ * Result: characters appended, or -1 when nothing was.
+ */
 CAMPOTIPO_API int LINHAFLEX_printf(LINHAFLEX handle, const char *format, ...) CAMPOTIPO_NOEXCEPT
     __attribute__((format(printf, 2, 3)));
 

@@ -1,0 +1,19 @@
+/* A packed code whose size is known at run time only. */
+#include <campotipo/codes.h>
+
+#include "show.h"
+
+/* [example] */
+int main(void) {
+  CODALFNN plate;
+  char text[8];
+
+  CODALFNN_cria(&plate, 7, 0);
+  if (!CODALFNN_ok(&plate)) return 1; /* no memory */
+  CODALFNN_atob(&plate, "abc1d23");
+  puts(CODALFNN_btoa(text, &plate));   /* prints ABC1D23 */
+  show(plate.dados, CODALFA_BYTES(7)); /* prints 30 D3 83 3C 41 40 */
+  CODALFNN_destroi(&plate);
+  return 0;
+}
+/* [example] */
