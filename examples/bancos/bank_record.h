@@ -12,7 +12,7 @@
 
 #define NAME_BYTES 150          /* plain ISO 8859-1 text */
 #define SHORT_NAME_POSITIONS 60 /* packed code */
-#define SHORT_NAME_BYTES ((6 * SHORT_NAME_POSITIONS + 7) / 8)
+#define SHORT_NAME_BYTES CODALFA_BYTES(SHORT_NAME_POSITIONS)
 #define VOLUME_DECIMALS 2
 #define STATUS_BYTES 2
 

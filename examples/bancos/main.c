@@ -114,7 +114,7 @@ static void show_table(const BankRecord *banks, size_t count) {
   for (i = 0; i < count; i += step) {
     const BankRecord *bank = &banks[i];
     char code[BSTR21_TEXT_SIZE], ispb[BSTR21_TEXT_SIZE], name[SHORT_NAME_POSITIONS + 1];
-    char date[DATAC_EDITA4_SIZE], money[QUANTIA_TEXT_SIZE], rate[PORC2_TEXT_SIZE];
+    char date[DATAC_EDITA4_TEXT_SIZE], money[QUANTIA_TEXT_SIZE], rate[PORC2_TEXT_SIZE];
     char weekday[8];
     CODALFA_extrai(name, bank->short_name, SHORT_NAME_POSITIONS);
     snprintf(weekday, sizeof weekday, "%.3s", DATAC_txt_semana[DATAC_dia_da_semana(bank->start)]);
@@ -143,7 +143,8 @@ static void show_one(const BankRecord *bank) {
   } searches[] = {{"cut", PORC2_inv_multiplica},
                   {"5 up", PORC2_inv_multipl_arred},
                   {"NBR", PORC2_inv_multipl_arr_nbr}};
-  char name[NAME_BYTES + 1], text[64], money[QUANTIA_TEXT_SIZE], volume[BINQ16_TEXT_SIZE + 1];
+  char name[NAME_BYTES + 1], text[64], money[QUANTIA_TEXT_SIZE],
+      volume[BINQ_FIXO_TEXT_SIZE(BINQ16_DIGITS, VOLUME_DECIMALS)];
   char link[URLENCOD_CODIFICA_SIZE(NAME_BYTES)];
   unsigned char next[DATAC_BYTES];
   QUANTIA interest, base;
@@ -213,7 +214,7 @@ static void show_checks(const BankRecord *banks, size_t count, const Totals *tot
 int main(int argc, char **argv) {
   static BankRecord banks[MOST_BANKS];
   unsigned char guid[ZGUID_BYTES];
-  char text[ZGUID_STRING_SIZE];
+  char text[ZGUID_STRING_MAX_SIZE];
   Totals totals = {0, 0, 0, 0, 0};
   size_t count = 0, with_pix;
   int status;
@@ -221,7 +222,7 @@ int main(int argc, char **argv) {
     fprintf(stderr, "usage: bancos CSV RECORDS\n");
     return 2;
   }
-  DATAC_formato = 1; /* dates are built in the packed encoding */
+  DATAC_formato = DATAC_FORMATO_COMPACTO;
   status = write_records(argv[1], argv[2], &totals);
   if (status == 0) status = read_records(argv[2], guid, banks, &count);
   if (status != 0) return status;
