@@ -27,30 +27,44 @@ struct Date {
   std::int32_t year;
 };
 
+struct Month {
+  std::uint16_t days;
+  std::uint16_t days_before;
+};
+
 inline constexpr std::uint8_t kMonthLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
 // Sixteen months for each of the four years of a cycle. Months that do not exist have no days, so
 // that one look-up also tells whether a month exists.
-inline constexpr auto kDaysInMonth = [] {
-  std::array<std::uint8_t, 64> days{};
+inline constexpr auto kMonths = [] {
+  std::array<Month, 64> months{};
   for (unsigned year = 0; year < 4; ++year) {
+    unsigned before = 0;
     for (unsigned month = 1; month <= 12; ++month) {
-      const unsigned leap_day = year == 0 && month == 2;
-      days[year * 16 + month] = static_cast<std::uint8_t>(kMonthLengths[month - 1] + leap_day);
+      const unsigned days = kMonthLengths[month - 1] + (year == 0 && month == 2);
+      months[year * 16 + month] = {static_cast<std::uint16_t>(days),
+                                   static_cast<std::uint16_t>(before)};
+      before += days;
     }
   }
-  return days;
+  return months;
 }();
 
-constexpr std::uint32_t days_in_month(std::int32_t month, std::int32_t year) {
-  const auto row = static_cast<std::uint32_t>(month);
-  return row < 16 ? kDaysInMonth[(static_cast<std::uint32_t>(year) & 3) * 16 + row] : 0;
+// `month` is 0 to 15. Of the year only the place in its cycle of four is looked at.
+constexpr const Month &month_of_year(std::uint32_t month, std::uint32_t year) {
+  return kMonths[(year & 3) * 16 + month];
+}
+
+constexpr std::int32_t days_in_month(std::int32_t month, std::int32_t year) {
+  const auto place = static_cast<std::uint32_t>(month);
+  return place < 16 ? month_of_year(place, static_cast<std::uint32_t>(year)).days : 0;
 }
 static_assert(days_in_month(2, 2100) == 29 && days_in_month(2, -1) == 28);
 static_assert(days_in_month(0, 0) + days_in_month(13, 0) + days_in_month(-1, 0) == 0);
 
 constexpr bool exists(const Date &date) {
-  return static_cast<std::uint32_t>(date.day) - 1 < days_in_month(date.month, date.year);
+  return static_cast<std::uint32_t>(date.day) - 1 <
+         static_cast<std::uint32_t>(days_in_month(date.month, date.year));
 }
 
 inline std::int32_t format_in_force() { return __atomic_load_n(&DATAC_formato, __ATOMIC_RELAXED); }
@@ -98,25 +112,16 @@ constexpr std::uint32_t number_of(std::int32_t format, const Date &date) {
 static_assert(number_of(1, {31, 12, 2024}) == 0x8FD19F && number_of(0, {31, 12, 2024}) == 311224);
 static_assert(number_of(1, {11, 11, 11}) == 0x80176B && number_of(1, {22, 22, 22}) == 0xA00002);
 
-// How far the year of a decimal date is read. The expansion keeps the last two digits, and 100 is a
-// multiple of four: two-digit texts and leap years need no expansion, and spare the call.
-enum class Year { kExpanded, kLastTwoDigits };
-
-constexpr std::int32_t day_of_decimal(std::uint32_t number) {
-  return static_cast<std::int32_t>(number / 10000 % 100);
-}
-
-template <Year reading>
-inline Date read_decimal(std::uint32_t number) {
-  const std::int32_t day = day_of_decimal(number);
-  const auto month = static_cast<std::int32_t>(number / 100 % 100);
-  auto year = static_cast<std::int32_t>(number % 100);
-  if (day == 0) {
-    year = 0;
-  } else if constexpr (reading == Year::kExpanded) {
-    year = CRONOBASE_ano_com_quatro(year);
-  }
-  return {day, month, year};
+// A decimal number is 0 to 8388607, so that even the day may need its last two digits taken.
+constexpr Date read_decimal(std::uint32_t number) {
+  const std::uint32_t hundreds = number / 100;
+  std::uint32_t day = hundreds / 100;
+  const std::uint32_t month = hundreds - day * 100;
+  if (day >= 100) [[unlikely]]
+    day %= 100;
+  const std::uint32_t year = day != 0 ? number - hundreds * 100 : 0;
+  return {static_cast<std::int32_t>(day), static_cast<std::int32_t>(month),
+          static_cast<std::int32_t>(year)};
 }
 
 constexpr Date read_repeated(std::uint32_t number) {
@@ -130,27 +135,33 @@ constexpr Date read_ordinary_packed(std::uint32_t number) {
           static_cast<std::int32_t>(number >> kYearShift & kYearMask)};
 }
 
-template <Year reading = Year::kExpanded>
-inline Date read(std::uint32_t number) {
-  if (!is_packed(number)) return read_decimal<reading>(number);
+// The date with the year of a decimal one in two digits. The expansion keeps them, and 100 is a
+// multiple of four: two-digit texts and leap years need no more, and the call is spared.
+constexpr Date read_short(std::uint32_t number) {
+  if (!is_packed(number)) [[unlikely]]
+    return read_decimal(number);
   if ((number & kRepeated) != 0) [[unlikely]]
     return read_repeated(number);
   return read_ordinary_packed(number);
 }
 
-// One part alone, from a reading that needs no service.
-inline std::int32_t day(std::uint32_t number) { return read<Year::kLastTwoDigits>(number).day; }
-inline std::int32_t month(std::uint32_t number) { return read<Year::kLastTwoDigits>(number).month; }
-inline std::int32_t last_two(std::uint32_t number) {
-  return read<Year::kLastTwoDigits>(number).year % 100;
+// The year of the date that read_short gave for the number.
+inline std::int32_t full_year(std::uint32_t number, const Date &date) {
+  return is_packed(number) || date.day == 0 ? date.year : CRONOBASE_ano_com_quatro(date.year);
 }
 
-inline bool is_valid(std::uint32_t number) { return exists(read<Year::kLastTwoDigits>(number)); }
+inline Date read(std::uint32_t number) {
+  Date date = read_short(number);
+  date.year = full_year(number, date);
+  return date;
+}
 
-// A number in the order of the dates, for every bit pattern of a field.
-inline std::int64_t order(std::uint32_t number) {
-  const Date date = read(number);
-  return std::int64_t{date.year} * (128 * 128) + date.month * 128 + date.day;
+constexpr bool is_valid(std::uint32_t number) { return exists(read_short(number)); }
+
+// Year, month and day in one number, for dates of any kind.
+inline std::int64_t order(std::uint32_t number, const Date &date) {
+  const std::int32_t in_year = date.month * 128 + date.day;
+  return std::int64_t{full_year(number, date)} * (128 * 128) + in_year;
 }
 
 inline int compare(std::uint32_t a, std::uint32_t b) {
@@ -159,8 +170,8 @@ inline int compare(std::uint32_t a, std::uint32_t b) {
     left = a & (kRepeated - 1);
     right = b & (kRepeated - 1);
   } else {
-    left = order(a);
-    right = order(b);
+    left = order(a, read_short(a));
+    right = order(b, read_short(b));
   }
   return (left > right) - (left < right);
 }

@@ -19,23 +19,24 @@ constexpr std::uint64_t character(std::int32_t code, unsigned place) {
   return std::uint64_t{static_cast<unsigned char>(code)} << (8 * place);
 }
 
-// Day, separator, month, separator, and then two digits.
-inline std::uint64_t edited8(const Date &date, std::int32_t sep, std::int32_t last_pair) {
-  return pair(date.day) | pair(date.month) << 24 | pair(last_pair) << 48 |
-         (character(sep, 2) | character(sep, 5));
+// Day and month with a separator behind each.
+inline std::uint64_t edited_day_month(const Date &date, std::int32_t sep) {
+  return pair(date.day) | pair(date.month) << 24 | (character(sep, 2) | character(sep, 5));
 }
 
 inline char *edit_two_digit_year(char *out, std::uint32_t number, std::int32_t sep) {
-  const Date date = read<Year::kLastTwoDigits>(number);
-  bytes::store(out, edited8(date, sep, date.year % 100));
+  const Date date = read_short(number);
+  bytes::store(out, edited_day_month(date, sep) | pair(date.year % 100) << 48);
   out[8] = '\0';
   return out;
 }
 
 inline char *edit_four_digit_year(char *out, std::uint32_t number, std::int32_t sep) {
-  const Date date = read(number);
-  bytes::store(out, edited8(date, sep, date.year / 100));
-  bytes::store(out + 8, static_cast<std::uint16_t>(pair(date.year % 100)));
+  const Date date = read_short(number);
+  const std::uint64_t day_month = edited_day_month(date, sep);
+  const std::int32_t year = full_year(number, date);
+  bytes::store(out, day_month | pair(year / 100) << 48);
+  bytes::store(out + 8, static_cast<std::uint16_t>(pair(year % 100)));
   out[10] = '\0';
   return out;
 }
@@ -59,9 +60,10 @@ inline char *digits6(char *out, const unsigned char *field) {
 }
 
 inline char *digits8(char *out, std::uint32_t number) {
-  const Date date = read(number);
-  bytes::store(out, pair(date.day) | pair(date.month) << 16 | pair(date.year / 100) << 32 |
-                        pair(date.year % 100) << 48);
+  const Date date = read_short(number);
+  const std::uint64_t day_month = pair(date.day) | pair(date.month) << 16;
+  const std::int32_t year = full_year(number, date);
+  bytes::store(out, day_month | pair(year / 100) << 32 | pair(year % 100) << 48);
   out[8] = '\0';
   return out;
 }

@@ -14,10 +14,16 @@ unsigned char *DATAC_monta(unsigned char *out, int32_t day, int32_t month, int32
   return calendar::store(out, calendar::number_of(calendar::format_in_force(), {day, month, year}));
 }
 
-int32_t DATAC_dia(const unsigned char *date) { return calendar::day(calendar::load(date)); }
-int32_t DATAC_mes(const unsigned char *date) { return calendar::month(calendar::load(date)); }
+int32_t DATAC_dia(const unsigned char *date) {
+  return calendar::read_short(calendar::load(date)).day;
+}
+int32_t DATAC_mes(const unsigned char *date) {
+  return calendar::read_short(calendar::load(date)).month;
+}
 int32_t DATAC_ano1(const unsigned char *date) { return calendar::read(calendar::load(date)).year; }
-int32_t DATAC_ano(const unsigned char *date) { return calendar::last_two(calendar::load(date)); }
+int32_t DATAC_ano(const unsigned char *date) {
+  return calendar::read_short(calendar::load(date)).year % 100;
+}
 
 int DATAC_nao_zero(const unsigned char *date) {
   return (calendar::load(date) & ~calendar::kPacked) != 0;
@@ -41,6 +47,6 @@ int DATAC_converteu_formato(unsigned char *date, int32_t format) {
 }
 
 int32_t DATAC_dias_no_mes(int32_t month, int32_t year) {
-  return static_cast<int32_t>(calendar::days_in_month(month, year));
+  return calendar::days_in_month(month, year);
 }
 }

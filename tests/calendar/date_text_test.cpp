@@ -138,21 +138,6 @@ TEST(DateText, ReadsEveryLengthAtThePageEndAndBeforeIt) {
   }
 }
 
-TEST(DateText, ReadsBackEveryDayOfTheSpan) {
-  DateField field, copy;
-  char text[DATAC_DDMMAAAA_TEXT_SIZE];
-  for (std::int32_t format : {0, 1}) {
-    const InForce in_force(format);
-    for (std::int32_t count = 1; count <= 36525; ++count) {
-      DATAC_de_zuliano(field(), count);
-      DATAC_atod(copy(0), DATAC_dtoa(text, field()));
-      ASSERT_EQ(copy.number(), field.number()) << count;
-      DATAC_atod_DDMMAAAA(copy(0), DATAC_dtoa_DDMMAAAA(text, field()));
-      ASSERT_EQ(copy.number(), field.number()) << count;
-    }
-  }
-}
-
 TEST(DateText, WeekdaysAreNamedFromSaturdayOn) {
   const char *const names[] = {"S\341bado",    "Domingo",      "Segunda-feira", "Ter\347a-feira",
                                "Quarta-feira", "Quinta-feira", "Sexta-feira"};
