@@ -140,4 +140,11 @@ TEST(MarkerDeathTest, IsLookedForByALongFormWhateverItsValue) {
     in_child([form] { look_at_once(form); });
 }
 
+TEST(MarkerDeathTest, IsLookedForByV4AtFiftyWhateverStandsBehind) {
+  in_child([] {
+    EXPECT_EQ(nbr(12345001, 2, 2), 123500);
+    EXPECT_EQ(looks, 1);
+  });
+}
+
 }  // namespace
