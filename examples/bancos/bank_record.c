@@ -42,13 +42,16 @@ static int moment_from_text(unsigned char *date, unsigned char *time, const char
   return HHMMSS_valida(time);
 }
 
-/* How many characters a packed code passes over: each tried alone. */
+/*
+ * How many characters a packed code passes over: each tried in front of a good one, since those
+ * behind the last good character of a text are not looked at.
+ */
 static int count_lost(const char *text) {
   int lost = 0;
   for (; *text != '\0'; text++) {
     unsigned char field[CODALF05_BYTES];
-    char one[2] = {*text, '\0'};
-    lost += !CODALF05_opc_salvou(field, one, 0);
+    const char pair[3] = {*text, 'A', '\0'};
+    lost += !CODALF05_opc_salvou(field, pair, 0);
   }
   return lost;
 }
@@ -59,7 +62,7 @@ static void invent_amounts(BankRecord *record, const CsvRow *row) {
   const long code = atol(row->field[ISPB]);
   snprintf(text, sizeof text, "%ld.%02ld", code / 7 + 1000, code % 100);
   _QUANTIA_atov(&record->balance, text);
-  snprintf(text, sizeof text, "%ld.%02ld", code % 30, code / 100 % 100);
+  snprintf(text, sizeof text, "%ld.%ld0", code % 30, code / 100 % 2 * 5);
   _ato2fixo(record->rate, text, 2);
   snprintf(text, sizeof text, "%s%s%s.75", row->field[CNPJ], row->field[ISPB], row->field[COMPE]);
   BINQ16_atob_fixo(record->volume, text, VOLUME_DECIMALS);

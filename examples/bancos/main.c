@@ -216,7 +216,7 @@ int main(int argc, char **argv) {
   unsigned char guid[ZGUID_BYTES];
   char text[ZGUID_STRING_MAX_SIZE];
   Totals totals = {0, 0, 0, 0, 0};
-  size_t count = 0, with_pix;
+  size_t count = 0, chosen = 0;
   int status;
   if (argc != 3) {
     fprintf(stderr, "usage: bancos CSV RECORDS\n");
@@ -233,9 +233,10 @@ int main(int argc, char **argv) {
          count > SHOWN ? (int)(count / SHOWN) : 1);
   show_table(banks, count);
   putchar('\n');
-  for (with_pix = 0; with_pix + 1 < count && !DATAC_nao_zero(banks[with_pix].pix_start);)
-    with_pix++;
-  if (count > 0) show_one(&banks[with_pix]);
+  while (chosen + 1 < count &&
+         !(DATAC_nao_zero(banks[chosen].start) && DATAC_nao_zero(banks[chosen].pix_start)))
+    chosen++;
+  if (count > 0) show_one(&banks[chosen]);
   putchar('\n');
   show_checks(banks, count, &totals);
   return count + (size_t)totals.refused == (size_t)totals.rows ? 0 : 1;
