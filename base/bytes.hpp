@@ -23,8 +23,8 @@ inline void store(void *to, T value) {
   std::memcpy(to, &value, sizeof value);
 }
 
-// Little-endian number of N bytes, 1 to 8. Odd widths take two loads that overlap, never a ninth
-// byte and never a loop.
+// Little-endian number of N bytes, 1 to 8. Odd widths are taken in the same pieces by load and store,
+// side by side: overlapping ones would keep a load from being served by the store before it.
 template <int N>
 inline std::uint64_t load_le(const unsigned char *from) {
   static_assert(N >= 1 && N <= 8);
@@ -32,10 +32,7 @@ inline std::uint64_t load_le(const unsigned char *from) {
   if constexpr (N == 2) return load<std::uint16_t>(from);
   if constexpr (N == 3) return load<std::uint16_t>(from) | std::uint64_t{from[2]} << 16;
   if constexpr (N == 4) return load<std::uint32_t>(from);
-  if constexpr (N > 4 && N < 8) {
-    const std::uint64_t high = load<std::uint32_t>(from + N - 4);
-    return load<std::uint32_t>(from) | high << (8 * (N - 4));
-  }
+  if constexpr (N > 4 && N < 8) return load<std::uint32_t>(from) | load_le<N - 4>(from + 4) << 32;
   return load<std::uint64_t>(from);
 }
 
@@ -51,7 +48,7 @@ inline void store_le(unsigned char *to, std::uint64_t value) {
     to[2] = static_cast<unsigned char>(value >> 16);
   } else if constexpr (N < 8) {
     store(to, static_cast<std::uint32_t>(value));
-    store(to + N - 4, static_cast<std::uint32_t>(value >> (8 * (N - 4))));
+    if constexpr (N > 4) store_le<N - 4>(to + 4, value >> 32);
   } else {
     store(to, value);
   }
@@ -70,6 +67,22 @@ inline void store_low_bytes(void *destination, std::uint64_t word, unsigned coun
   } else if (count == 1) {
     to[0] = static_cast<unsigned char>(word);
   }
+}
+
+// A word whose low `count` bytes (0 to 8) are those of memory and whose others are 0. Reads no
+// other byte.
+inline std::uint64_t load_low_bytes(const void *source, unsigned count) {
+  const auto *from = static_cast<const unsigned char *>(source);
+  if (count == 8) return load<std::uint64_t>(from);
+  if (count >= 4) {
+    const std::uint64_t high = load<std::uint32_t>(from + count - 4);
+    return load<std::uint32_t>(from) | high << (8 * (count - 4));
+  }
+  if (count >= 2) {
+    const std::uint64_t high = load<std::uint16_t>(from + count - 2);
+    return load<std::uint16_t>(from) | high << (8 * (count - 2));
+  }
+  return count == 1 ? from[0] : 0;
 }
 
 // Reading past the end of a text in one vector is allowed only where it can neither fault nor be

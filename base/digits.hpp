@@ -68,6 +68,18 @@ inline constexpr std::array<Reciprocal, 20> kReciprocal = [] {
   return all;
 }();
 
+// y * multiplier / 2^(64 + shift) exceeds y / d by y * error / (d * 2^(64 + shift)), which must
+// stay below 1 / d for all y < 2^(64 - j).
+static_assert([] {
+  for (unsigned j = 1; j < 20; ++j) {
+    const auto [multiplier, shift] = kReciprocal[j];
+    const auto product = bytes::uint128{multiplier} * (kPowerOfTen[j] >> j);
+    const auto error = product - (bytes::uint128{1} << (64 + shift));
+    if (error == 0 || error > bytes::uint128{1} << (j + shift)) return false;
+  }
+  return true;
+}());
+
 // number / 10^power, for power 1 to 19.
 constexpr std::uint64_t divide_by_power(std::uint64_t number, unsigned power) {
   const Reciprocal by = kReciprocal[power];

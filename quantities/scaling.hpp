@@ -1,105 +1,166 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "base/bytes.hpp"
 #include "base/digits.hpp"
 #include "quantities/member.hpp"
-#include "quantities/powers.hpp"
 #include "quantities/wide.hpp"
 
 // Multiplication and division by a power of ten as a shift of decimal digits across the limbs.
 namespace campotipo::quantities::scaling {
 
-inline constexpr std::uint64_t kLimbEnd = digits::kPowerOfTen[kLimbDigits];
+inline constexpr unsigned kLimbDigits = quantities::kLimbDigits;
 
-// At this power everything has left the number, on either side.
-inline constexpr int kFarthest = 3 * kLimbDigits;
-
-// The limbs of a number with zeros on both sides, as far as a shift looks.
-template <int N>
-class Limbs {
- public:
-  static constexpr int kCount = kMember<N>.limbs;
-
-  explicit Limbs(const unsigned char *src) {
-    limb(0) = wide::load_limb<N, 0>(src);
-    limb(1) = wide::load_limb<N, 1>(src);
-    std::uint64_t top = limb(1);
-    bool fits = limb(0) < kLimbEnd;
-    if constexpr (kCount == 3) {
-      limb(2) = wide::load_limb<N, 2>(src);
-      fits &= top < kLimbEnd;
-      top = limb(2);
-    }
-    // A top limb narrower than 8 bytes is below 10^19 whatever it holds.
-    if constexpr (kMember<N>.high_bytes == kLimbBytes) fits &= top < kLimbEnd;
-    if (!fits) [[unlikely]]
-      carry();
-  }
-
-  // This number without its last `shift` digits, or with -shift zeros behind it.
-  void store_shifted(unsigned char *dest, int shift) const {
-    // shift = 19 * whole + cut_at, with 1 <= cut_at <= 19, where every reciprocal is exact.
-    const int whole = (shift - 1 + kFarthest + kLimbDigits) / kLimbDigits - 4;
-    const int cut_at = shift - kLimbDigits * whole;
-    const std::uint64_t *from = &words_[kPad + whole];
-    const std::uint64_t up = kReciprocal.of[cut_at].rest;
-    Cut lower = cut(from[0], cut_at);
-    std::uint64_t result[kCount];
-    for (int i = 0; i < kCount; ++i) {
-      const Cut upper = cut(from[i + 1], cut_at);
-      result[i] = lower.high + upper.low * up;
-      lower = upper;
-    }
-    bytes::store(dest, result[0]);
-    if constexpr (kCount == 3) bytes::store(dest + kLimbBytes, result[1]);
-    constexpr std::uint64_t end = digits::kPowerOfTen[kMember<N>.high_digits];
-    bytes::store_le<kMember<N>.high_bytes>(dest + kLimbBytes * (kCount - 1),
-                                           result[kCount - 1] % end);
-  }
-
-  // What the last `count` digits say, as atoi reads them: from 2^63 on it stays at the end of long.
-  int last_digits(int count) const {
-    if (count == 0) return 0;
-    const std::uint64_t low = count < kLimbDigits ? cut(limb(0), count).low : limb(0);
-    std::uint64_t above = 0;
-    for (int i = 1; i <= kCount && count > kLimbDigits * i; ++i) {
-      const int left = count - kLimbDigits * i;
-      above |= left < kLimbDigits ? cut(limb(i), left).low : limb(i);
-    }
-    return above != 0 || low > INT64_MAX ? -1 : static_cast<int>(low);
-  }
-
- private:
-  static constexpr int kPad = 4;
-
-  std::uint64_t &limb(int i) { return words_[kPad + i]; }
-  const std::uint64_t &limb(int i) const { return words_[kPad + i]; }
-
-  // Limbs out of range make the number that their text says: of the highest one that is not zero
-  // all digits count, of those below it the rightmost 19.
-  void carry() {
-    int top = kCount - 1;
-    while (top > 0 && limb(top) == 0) --top;
-    limb(top + 1) = limb(top) / kLimbEnd;
-    for (int i = 0; i <= top; ++i) limb(i) %= kLimbEnd;
-  }
-
-  std::uint64_t words_[kPad + 3 + 3] = {};
+struct Cut {
+  std::uint64_t high;
+  std::uint64_t low;
 };
 
-constexpr int bounded(unsigned power) {
-  return power < kFarthest ? static_cast<int>(power) : kFarthest;
+// number = high * 10^j + low, for j of 1 to 19.
+inline Cut cut(std::uint64_t number, unsigned j) {
+  const std::uint64_t high = digits::divide_by_power(number, j);
+  return {high, number - high * digits::kPowerOfTen[j]};
+}
+
+// Two limbs are three with a zero on top.
+template <int N>
+struct Limbs {
+  static constexpr int kCount = kMember<N>.limbs;
+  static constexpr std::uint64_t kEnd = digits::kPowerOfTen[kLimbDigits];
+  static constexpr std::uint64_t kHighEnd = digits::kPowerOfTen[kMember<N>.high_digits];
+
+  std::uint64_t low, middle, high;
+
+  explicit Limbs(const unsigned char *src)
+      : low(wide::load_limb<N, 0>(src)), middle(wide::load_limb<N, 1>(src)), high(0) {
+    if constexpr (kCount == 3) high = wide::load_limb<N, 2>(src);
+  }
+
+  bool in_range() const {
+    if constexpr (kCount == 2) return (low < kEnd) & (middle < kHighEnd);
+    return (low < kEnd) & (middle < kEnd) & (high < kHighEnd);
+  }
+
+  void store(unsigned char *dest) const {
+    bytes::store(dest, low);
+    if constexpr (kCount == 2) {
+      bytes::store_le<kMember<N>.high_bytes>(dest + kLimbBytes, middle);
+    } else {
+      bytes::store(dest + kLimbBytes, middle);
+      bytes::store_le<kMember<N>.high_bytes>(dest + 2 * kLimbBytes, high);
+    }
+  }
+
+  void drop_limbs(unsigned count) {
+    if (count & 1) low = middle, middle = high, high = 0;
+    if (count & 2) low = high, middle = high = 0;
+  }
+
+  void add_limbs(unsigned count) {
+    if (count & 1) high = middle, middle = low, low = 0;
+    if (count & 2) high = low, low = middle = 0;
+  }
+
+  // Cuts the last j digits, 1 to 19. Result: these.
+  std::uint64_t drop_digits(unsigned j) {
+    const std::uint64_t up = digits::kPowerOfTen[kLimbDigits - j];
+    const Cut lower = cut(low, j), upper = cut(middle, j);
+    low = lower.high + upper.low * up;
+    middle = upper.high;
+    if constexpr (kCount == 3) {
+      const Cut top = cut(high, j);
+      middle += top.low * up;
+      high = top.high;
+    }
+    return lower.low;
+  }
+
+  // Appends j zeros, 0 to 18; digits beyond the capacity are lost.
+  void add_digits(unsigned j) {
+    const std::uint64_t up = digits::kPowerOfTen[j];
+    const Cut lower = cut(low, kLimbDigits - j), upper = cut(middle, kLimbDigits - j);
+    low = lower.low * up;
+    middle = upper.low * up + lower.high;
+    if constexpr (kCount == 3) {
+      constexpr unsigned room = kMember<N>.high_digits;
+      high = j < room ? cut(high, room - j).low * up + upper.high : upper.high % kHighEnd;
+    }
+  }
+};
+
+inline constexpr unsigned kTextSize = 52;
+
+// The steps on text, for limbs out of range: their text decides what the digits are.
+template <int N>
+[[gnu::noinline, gnu::cold]] inline int divide_text(unsigned char *dest, const unsigned char *src,
+                                                    unsigned power) {
+  char text[kTextSize];
+  wide::to_text_fixed<N>(text, src, 0);
+  const std::size_t length = std::strlen(text);
+  const std::size_t kept = length > power ? length - power : 0;
+  const int remainder = std::atoi(text + kept);
+  text[kept] = '\0';
+  wide::from_text<N>(dest, text, kept);
+  return remainder;
+}
+
+// At this power everything has left the number, on either side.
+inline constexpr unsigned kFarthest = 3 * kLimbDigits;
+
+// Digits as whole limbs and the rest of them, for at most kFarthest.
+constexpr unsigned whole_limbs(unsigned digits) { return digits * 27 >> 9; }
+static_assert([] {
+  for (unsigned digits = 0; digits <= kFarthest; ++digits) {
+    if (whole_limbs(digits) != digits / kLimbDigits) return false;
+  }
+  return true;
+}());
+
+// Digits as atoi reads them: a long stays at its end.
+inline int as_int(std::uint64_t digits) {
+  return digits > INT64_MAX ? -1 : static_cast<int>(digits);
+}
+
+template <int N>
+[[gnu::noinline]] inline int divide_by_limbs(unsigned char *dest, Limbs<N> number, unsigned power) {
+  if (power > kFarthest) power = kFarthest;
+  const unsigned whole = whole_limbs(power - 1);
+  const std::uint64_t remainder = number.low;
+  std::uint64_t above = whole == 2 ? number.middle : 0;
+  number.drop_limbs(whole);
+  above |= number.drop_digits(power - kLimbDigits * whole);
+  number.store(dest);
+  return above != 0 ? -1 : as_int(remainder);
 }
 
 template <int N>
 inline int divide(unsigned char *dest, const unsigned char *src, unsigned power) {
-  const Limbs<N> limbs(src);
-  const int shift = bounded(power);
-  limbs.store_shifted(dest, shift);
-  return limbs.last_digits(shift);
+  Limbs<N> number(src);
+  if (!number.in_range()) [[unlikely]]
+    return divide_text<N>(dest, src, power);
+  if (power > kLimbDigits) return divide_by_limbs(dest, number, power);
+  const std::uint64_t remainder = power != 0 ? number.drop_digits(power) : 0;
+  number.store(dest);
+  return as_int(remainder);
+}
+
+template <int N>
+inline void multiply_in_range(unsigned char *dest, Limbs<N> number, unsigned power) {
+  const unsigned whole = whole_limbs(power);
+  number.add_limbs(whole);
+  number.add_digits(power - kLimbDigits * whole);
+  number.store(dest);
+}
+
+// The text of the product is that of the number with zeros behind it.
+template <int N>
+[[gnu::noinline, gnu::cold]] inline void multiply_text(unsigned char *dest,
+                                                       const unsigned char *src, unsigned power) {
+  divide_text<N>(dest, src, 0);
+  multiply_in_range(dest, Limbs<N>(dest), power);
 }
 
 template <int N>
@@ -107,9 +168,13 @@ inline void multiply(unsigned char *dest, const unsigned char *src, unsigned pow
   if (power == 0) {
     // Not converted, so limbs out of range stay.
     std::memmove(dest, src, N);
-    return;
+  } else if (power >= static_cast<unsigned>(kMember<N>.digits)) {
+    std::memset(dest, 0, N);
+  } else if (const Limbs<N> number(src); number.in_range()) [[likely]] {
+    multiply_in_range(dest, number, power);
+  } else {
+    multiply_text<N>(dest, src, power);
   }
-  Limbs<N>(src).store_shifted(dest, -bounded(power));
 }
 
 }  // namespace campotipo::quantities::scaling

@@ -5,10 +5,41 @@
 #include <immintrin.h>
 #endif
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
-// A part of a text, ended by a NUL of its own.
+#include "base/bytes.hpp"
+
+// Texts measured and cut in whole vectors.
 namespace campotipo::quantities {
+
+// Bit i is set when byte i of the 32 is the NUL.
+inline std::uint32_t end_mask(const char *text) {
+#ifdef __AVX2__
+  const __m256i characters = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(text));
+  const __m256i ends = _mm256_cmpeq_epi8(characters, _mm256_setzero_si256());
+  return static_cast<std::uint32_t>(_mm256_movemask_epi8(ends));
+#else
+  auto half = [](const char *from) {
+    const __m128i characters = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+    const __m128i ends = _mm_cmpeq_epi8(characters, _mm_setzero_si128());
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(ends));
+  };
+  return half(text) | half(text + 16) << 16;
+#endif
+}
+
+// strlen, without the call for texts that are not much longer than any number.
+inline std::size_t text_length(const char *text) {
+  if (bytes::same_page(text, 64)) [[likely]] {
+    const std::uint64_t ends = end_mask(text) | std::uint64_t{end_mask(text + 32)} << 32;
+    if (ends != 0) [[likely]]
+      return static_cast<std::size_t>(std::countr_zero(ends));
+  }
+  return std::strlen(text);
+}
 
 // 32 bytes of ones and then 32 of zeros; read from 32 - n it keeps the first n bytes.
 struct alignas(64) KeepMask {
@@ -19,8 +50,8 @@ struct alignas(64) KeepMask {
 };
 inline constexpr KeepMask kKeep;
 
-// Aligned and of one vector, so that it lies in one page, and written in the widest stores there
-// are, so that a reader's vector loads are served from them.
+// Part of a text with a NUL of its own. Aligned and of one vector, so that it lies in one page, and
+// written in the widest stores there are, so that a reader's vector loads are served from them.
 class alignas(32) Slice {
  public:
   // Copies `count` characters, 1 to 19, that have at least 19 characters and the NUL behind them:

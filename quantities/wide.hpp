@@ -39,15 +39,17 @@ inline bool is_zero(const unsigned char *field) {
 template <int N, int Limb>
 inline void fill_limbs(unsigned char *field, const char *end, std::size_t rest) {
   constexpr unsigned room = kMember<N>.digits_of(Limb);
-  const unsigned count = rest < room ? static_cast<unsigned>(rest) : room;
-  const Slice slice(end - count, count);
-  kServiceOf<N, Limb>.from_text(field + kLimbBytes * Limb, slice.text());
+  unsigned char *limb = field + kLimbBytes * Limb;
+  if (rest < room) {
+    const Slice slice(end - rest, static_cast<unsigned>(rest));
+    kServiceOf<N, Limb>.from_text(limb, slice.text());
+  } else {
+    const Slice slice(end - room, room);
+    kServiceOf<N, Limb>.from_text(limb, slice.text());
+  }
   if constexpr (Limb + 1 < kMember<N>.limbs) {
-    if (rest > count) {
-      fill_limbs<N, Limb + 1>(field, end - count, rest - count);
-    } else {
-      std::memset(field + kLimbBytes * (Limb + 1), 0, N - kLimbBytes * (Limb + 1));
-    }
+    if (rest > room) return fill_limbs<N, Limb + 1>(field, end - room, rest - room);
+    std::memset(limb + kLimbBytes, 0, N - kLimbBytes * (Limb + 1));
   }
 }
 
@@ -66,7 +68,7 @@ inline int from_text(unsigned char *dest, const char *text, std::size_t length) 
 
 template <int N>
 inline int from_text(unsigned char *dest, const char *text) {
-  return from_text<N>(dest, text, std::strlen(text));
+  return from_text<N>(dest, text, text_length(text));
 }
 
 template <int N>
@@ -125,15 +127,14 @@ inline char *to_text_fixed(char *text, const unsigned char *src, int decimals) {
   return to_text_from<N, kMember<N>.limbs - 1>(text, src, decimals);
 }
 
+// Equal limbs are passed over here, so that one service decides and its answer is the result.
 template <int N, int Limb = kMember<N>.limbs - 1>
 inline int compare(const unsigned char *a, const unsigned char *b) {
-  constexpr int at = kLimbBytes * Limb;
-  const int order = kServiceOf<N, Limb>.compare(a + at, b + at);
-  if constexpr (Limb == 0) {
-    return order;
-  } else {
-    return order != 0 ? order : compare<N, Limb - 1>(a, b);
+  if constexpr (Limb > 0) {
+    if (load_limb<N, Limb>(a) == load_limb<N, Limb>(b)) return compare<N, Limb - 1>(a, b);
   }
+  constexpr int at = kLimbBytes * Limb;
+  return kServiceOf<N, Limb>.compare(a + at, b + at);
 }
 
 }  // namespace campotipo::quantities::wide

@@ -65,11 +65,21 @@ class WideTest : public testing::TestWithParam<Member> {
   std::size_t size() const { return static_cast<std::size_t>(width()); }
   std::size_t capacity() const { return static_cast<std::size_t>(GetParam().digits); }
 
+  // A text at the end of a page, where nothing may be read behind it, and one with digits behind.
   Field parse(const std::string &text) {
-    unsigned char *dest = dest_.at_end(size());
-    const int result = GetParam().from_text(dest, text_.text(text));
-    const Field field = field_at(dest, width());
-    EXPECT_EQ(result, !reference::is_zero(field)) << '"' << text << '"';
+    char roomy[256];
+    std::memset(roomy, '7', sizeof roomy);
+    std::memcpy(roomy, text.c_str(), text.size() + 1);
+    Field field;
+    for (const char *at : {static_cast<const char *>(roomy), text_.text(text)}) {
+      unsigned char *dest = dest_.at_end(size());
+      const int result = GetParam().from_text(dest, at);
+      if (at != roomy) {
+        EXPECT_EQ(field_at(dest, width()), field) << '"' << text << '"';
+      }
+      field = field_at(dest, width());
+      EXPECT_EQ(result, !reference::is_zero(field)) << '"' << text << '"';
+    }
     return field;
   }
 
@@ -203,7 +213,7 @@ TEST(WideStoredForms, HoldToTheByte) {
       {11, "12345678901234567890123456", "\xC0\xBA\x84\xC1\xAD\x89\x87\x7B\x87\xD6\x12"},
       {17, "1234567890123456789012345678901234567890",
        "\xD2\x0A\x37\x61\x88\x86\x8D\x20\x35\x6C\x56\xB8\x4A\xFB\xF8\x2F\x0C"},
-      {21, "1" + std::string(38, '0'), Field(16, '\0') + '\1' + Field(4, '\0')},
+      {21, std::string(1, '1').append(38, '0'), Field(16, '\0') + '\1' + Field(4, '\0')},
   };
   for (const auto &[width, text, bytes] : cases) {
     unsigned char field[BINQ21_BYTES];

@@ -62,7 +62,7 @@ inline Text limb_to_text(std::string_view limb, int decimals) {
   if (decimals <= 0) return text;
   const auto places = static_cast<std::size_t>(decimals);
   if (text.size() <= places) text.insert(0, places + 1 - text.size(), '0');
-  return text.insert(text.size() - places, ".");
+  return text.insert(text.size() - places, 1, '.');
 }
 
 // The rightmost `count` characters, with zeros in front of a shorter text.
@@ -105,7 +105,7 @@ inline Text to_text(int width, const Field &field, int decimals) {
     if (decimals == below) return limb_to_text(bytes, 0) + "." + lower_limbs();
     if (number_of(bytes) != 0) {
       Text text = limb_to_text(bytes, 0) + lower_limbs();
-      if (decimals > 0) text.insert(text.size() - static_cast<std::size_t>(decimals), ".");
+      if (decimals > 0) text.insert(text.size() - static_cast<std::size_t>(decimals), 1, '.');
       return text;
     }
   }
