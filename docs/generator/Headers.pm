@@ -265,7 +265,7 @@ sub returns {
     @told = map { $_->{text} =~ s/^Result(?: of [^:.]*)?: //r } grep { $_->{kind} eq 'result' } @$doc;
     last if @told;
   }
-  my $text = @told ? join ' ', @told : $entry // '';
+  my $text = @told ? join ' ', @told : sentence($entry // '');
   my ($word) = $text =~ /^(\w+)/;
   return $word && grep({ $_ eq $word } @{ $function->{arguments} }) ? $text : ucfirst $text;
 }

@@ -391,7 +391,9 @@ CAMPOTIPO_API void BINQ21_mul_por_100(unsigned char *dest,
  * a, b                    width bytes each
  */
 
+/* The widest field. */
 #define ZBINARIO_MAX_WIDTH 21
+
 /* Room for the text of a field of any width. */
 #define ZBINARIO_TEXT_SIZE 51
 

@@ -5,18 +5,22 @@ set -euo pipefail
 
 cd "$1"
 count=0 faults=0
-try() {
-  "$@" -Iinclude -Isupport/include -Wall -Wextra -pedantic -Werror -fsyntax-only || {
-    echo "FAULT: $*"
+# Nothing but the header and one declaration, which C asks of every source.
+try() {  # language, standard, compiler, header
+  printf '#include <%s>\ntypedef int alone;\n' "$4" |
+    "$3" -x "$1" -std="$2" -Iinclude -Isupport/include -Wall -Wextra -pedantic -Werror \
+      -fsyntax-only - || {
+    echo "FAULT: $4 as $2 with $3"
     faults=$((faults + 1))
   }
   count=$((count + 1))
 }
 for header in include/campotipo/*.h support/include/campotipo-support/*.h; do
+  name=${header#*include/}
   for compiler in gcc clang; do
     command -v "$compiler" > /dev/null || continue
-    for standard in c99 c17; do try "$compiler" -std=$standard -x c "$header"; done
-    for standard in c++11 c++20; do try "$compiler" -std=$standard -x c++ "$header"; done
+    for standard in c99 c17; do try c $standard $compiler "$name"; done
+    for standard in c++11 c++20; do try c++ $standard $compiler "$name"; done
   done
 done
 echo "$count compilations, $faults faults"

@@ -35,7 +35,7 @@ run() {
   [ "$count" -eq 4 ] || fault "$count programs run, not 4"
 }
 pkg() {  # directory of the .pc files: compiles by hand with what pkg-config says, and runs
-  local folder=$work/$way directory flags
+  local folder=$work/programs-$way directory flags
   rm -rf "$folder"
   mkdir -p "$folder"
   export PKG_CONFIG_PATH=$1

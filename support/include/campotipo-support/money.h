@@ -43,12 +43,12 @@ extern "C" {
 
 /* A money value with two decimals. */
 typedef struct QUANTIA {
-  unsigned char opaque[8];
+  unsigned char opaque[8]; /* for the operations alone */
 } QUANTIA;
 
 /* A money value with PARCELA_fixo decimals. */
 typedef struct PARCELA {
-  unsigned char opaque[8];
+  unsigned char opaque[8]; /* for the operations alone */
 } PARCELA;
 
 /* Sign, 17 digits, point, 2 decimals and the NUL. */
