@@ -1,15 +1,18 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <valgrind/callgrind.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 // One task, done by the library and by its peers on the same 512 inputs, in one process.
 //
@@ -33,6 +36,17 @@ inline void keep(T &&value) {
   benchmark::DoNotOptimize(value);
 }
 
+// Each task as the library does it, for counting instructions: run over all inputs once.
+struct Counted {
+  std::string name;
+  std::function<void()> run;
+};
+
+inline std::vector<Counted> &counted() {
+  static std::vector<Counted> all;
+  return all;
+}
+
 class Task {
  public:
   // `goal` is the time of one operation that is aimed at, in ns; 0 for none.
@@ -41,6 +55,9 @@ class Task {
 
   template <class Operation>
   Task &ours(Operation operation) {
+    counted().push_back({name_, [operation] {
+                           for (std::size_t i = 0; i < kInputs; ++i) operation(i);
+                         }});
     return enter("campotipo", operation);
   }
 

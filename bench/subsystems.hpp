@@ -6,6 +6,11 @@
 namespace campotipo::bench {
 
 void register_floor();
+void register_codes();
 void register_quantities();
+void register_percent();
+void register_calendar();
+void register_idnumbers();
+void register_bits();
 
 }  // namespace campotipo::bench

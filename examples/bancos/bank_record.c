@@ -62,7 +62,7 @@ static void invent_amounts(BankRecord *record, const CsvRow *row) {
   const long code = atol(row->field[ISPB]);
   snprintf(text, sizeof text, "%ld.%02ld", code / 7 + 1000, code % 100);
   _QUANTIA_atov(&record->balance, text);
-  snprintf(text, sizeof text, "%ld.%ld0", code % 30, code / 100 % 2 * 5);
+  snprintf(text, sizeof text, "%ld.%ld0", 1 + code % 29, code / 100 % 2 * 5);
   _ato2fixo(record->rate, text, 2);
   snprintf(text, sizeof text, "%s%s%s.75", row->field[CNPJ], row->field[ISPB], row->field[COMPE]);
   BINQ16_atob_fixo(record->volume, text, VOLUME_DECIMALS);

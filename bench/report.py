@@ -1,0 +1,223 @@
+"""Turns readings into the tables and charts of docs/.
+
+report.py times TIMES.json FOOTPRINT.tsv INSTRUCTIONS.tsv OUT.md
+report.py instructions BASE_FOLDER V3_FOLDER TABLE.tsv [--compare]
+"""
+
+import collections
+import json
+import math
+import pathlib
+import platform
+import re
+import statistics
+import subprocess
+import sys
+
+INPUTS = 512  # operations in one iteration of a benchmark
+OURS = "campotipo"
+
+
+def read_times(path):
+    """{family: {task: {contender: (min ns, median ns, goal)}}} in the order of the file."""
+    readings = collections.OrderedDict()
+    data = json.loads(pathlib.Path(path).read_text())
+    for run in data["benchmarks"]:
+        if run["run_type"] != "iteration":
+            continue
+        family, task, contender = split_name(run["run_name"])
+        reading = readings.setdefault((family, task, contender), [run["goal"]])
+        reading.append(run["cpu_time"] / INPUTS)
+    families = collections.OrderedDict()
+    for (family, task, contender), (goal, *values) in readings.items():
+        row = (min(values), statistics.median(values), goal)
+        families.setdefault(family, collections.OrderedDict()).setdefault(task, {})[contender] = row
+    return data["context"], families
+
+
+def split_name(name):
+    name = re.sub(r"/(repeats|iterations|min_time):[^/]*", "", name)
+    family, rest = name.split("/", 1)
+    task, contender = rest.rsplit("/", 1)
+    return family, task, contender
+
+
+def read_instructions(folder):
+    """{task: instructions an operation} from callgrind's dumps."""
+    counts = {}
+    for path in sorted(pathlib.Path(folder).glob("out*"), key=dump_number):
+        text = path.read_text(errors="replace")
+        name = re.search(r"^desc: Trigger: Client Request: (.*)$", text, re.M)
+        total = re.search(r"^totals: (\d+)", text, re.M)
+        if name and total:
+            counts[name.group(1)] = int(total.group(1)) / INPUTS
+    return counts
+
+
+def dump_number(path):
+    return int(path.suffix[1:] or 0) if path.suffix[1:].isdigit() else 0
+
+
+def write_instructions(base, v3, table, compare):
+    base, v3 = read_instructions(base), read_instructions(v3)
+    if not base or base.keys() != v3.keys():
+        sys.exit("error: the dumps of the two builds do not name the same tasks")
+    if compare:
+        return compare_instructions(base, v3, table)
+    lines = ["task\tbaseline\tx86-64-v3"]
+    lines += [f"{task}\t{base[task]:.1f}\t{v3[task]:.1f}" for task in base]
+    pathlib.Path(table).write_text("\n".join(lines) + "\n")
+    print(f"{len(base)} tasks counted, {table} written")
+
+
+def compare_instructions(base, v3, table):
+    worse = 0
+    kept = load_table(table)
+    for task, (old_base, old_v3) in kept.items():
+        for build, old, new in (("baseline", old_base, base.get(task)), ("x86-64-v3", old_v3, v3.get(task))):
+            if new is None:
+                print(f"{task}: kept, but no longer counted")
+                worse += 1
+            elif new > old * 1.05 + 0.5:
+                print(f"{task}, {build}: {old:.1f} instructions kept, {new:.1f} now")
+                worse += 1
+    missing = [task for task in base if task not in kept]
+    for task in missing:
+        print(f"{task}: counted, but not kept; run scripts/bench --instructions")
+    print(f"{len(kept)} tasks compared, {worse + len(missing)} findings")
+    sys.exit(1 if worse or missing else 0)
+
+
+def load_table(path):
+    rows = [line.split("\t") for line in pathlib.Path(path).read_text().splitlines()[1:]]
+    return {task: (float(base), float(v3)) for task, base, v3 in rows}
+
+
+def table(header, rows):
+    lines = ["| " + " | ".join(header) + " |", "|" + "---|" * len(header)]
+    return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows]) + "\n"
+
+
+def family_table(tasks, call):
+    rows = []
+    for task, contenders in tasks.items():
+        ours, median, goal = contenders[OURS]
+        met = "" if not goal else f"{goal:g}" + ("" if ours <= goal else " (not met)")
+        rows.append([f"**{task}**", f"**{ours:.1f}**", f"{median:.1f}", "", f"{ours - call:+.1f}", met])
+        for name, (least, middle, _) in contenders.items():
+            if name != OURS:
+                rows.append([f"&emsp;{name}", f"{least:.1f}", f"{middle:.1f}", f"{least / ours:.1f}x", "", ""])
+    return table(["task, and who does it", "min ns", "median ns", "peer / ours", "above an empty call", "goal"], rows)
+
+
+def growth_table(tasks):
+    series = collections.OrderedDict()
+    for task, contenders in tasks.items():
+        name, size = task.rsplit("/", 1)
+        series.setdefault(name, []).append((size, contenders[OURS][0]))
+    return "\n".join(
+        table([name] + [size for size, _ in points], [["min ns"] + [f"{value:.1f}" for _, value in points]])
+        for name, points in series.items())
+
+
+def chart(families):
+    """Bars of peer / ours for each task's fastest and slowest peer, on a logarithmic scale."""
+    bars = []
+    for family, tasks in families.items():
+        for task, contenders in tasks.items():
+            peers = [(least / contenders[OURS][0], name) for name, (least, _, _) in contenders.items()
+                     if name != OURS and not name.startswith("floor")]
+            if peers and family != "growth":
+                bars.append((family, task, min(peers), max(peers)))
+    left, width, row = 330, 520, 22
+    height = row * len(bars) + 50
+    most = max(bar[3][0] for bar in bars)
+
+    place = lambda ratio: left + width * max(0.0, math.log10(ratio) + 0.5) / (math.log10(most) + 0.5)
+    out = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {left + width + 210} {height}" '
+           'font-family="system-ui, sans-serif" font-size="12" role="img" '
+           'aria-label="How many times the time of the library each peer takes">',
+           '<style>text{fill:#24292f}.g{stroke:#d0d7de}.n{fill:#57606a}'
+           '@media(prefers-color-scheme:dark){text{fill:#e6edf3}.g{stroke:#30363d}.n{fill:#8d96a0}}</style>']
+    for ratio in (1, 2, 5, 10, 20, 50, 100, 200, 500):
+        if ratio <= most:
+            x = place(ratio)
+            out.append(f'<line class="g" x1="{x:.0f}" x2="{x:.0f}" y1="24" y2="{height - 16}"/>'
+                       f'<text class="n" x="{x:.0f}" y="16" text-anchor="middle">{ratio}x</text>')
+    for i, (family, task, least, greatest) in enumerate(bars):
+        y = 30 + row * i
+        out.append(f'<text x="{left - 8}" y="{y + 11}" text-anchor="end">{task.replace("&", "&amp;")}</text>')
+        out.append(f'<rect x="{place(least[0]):.0f}" y="{y + 2}" rx="3" height="11" fill="#2da44e" '
+                   f'width="{max(3, place(greatest[0]) - place(least[0])):.0f}"/>')
+        label = least[1] if least == greatest else f"{least[1]} … {greatest[1]}"
+        out.append(f'<text class="n" font-size="11" x="{place(greatest[0]) + 6:.0f}" y="{y + 11}">{label}</text>')
+    return "\n".join(out + ["</svg>"]) + "\n"
+
+
+def processor():
+    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return platform.processor()
+
+
+def write_report(times, footprint, instructions, out):
+    context, families = read_times(times)
+    call = families["floor"]["call"][OURS][0]
+    text = f"""# Benchmarks
+
+Written by `scripts/bench`. Each operation is called through the installed shared library, as an
+application calls it, beside peers that do the same job, in one process and on the same 512 varied
+inputs. Every peer's answer is compared with the library's before anything is timed. Repetitions are
+interleaved; **min** is the least of 9, **median** the middle one, in ns an operation.
+
+How to read it: compare min with min, in one run. "peer / ours" says how many times the library's
+time the peer takes; below 1.0x the peer is faster. "(inline)" marks peers that the compiler builds
+into the caller, without a call: they save the cost of the empty call, {call:.1f} ns here, that every
+operation of a shared library pays. "above an empty call" is what is left of ours. A peer marked
+"not exact" gives another answer for some inputs. Goals marked "(not met)" were missed in this run.
+
+Machine: {processor()}, {context["num_cpus"]} processors, the x86-64-v3 build of the library (taken by
+the loader), g++ {gxx_version()}. Peers are Debian's packages.
+
+![How many times the time of the library each peer takes](benchmarks.svg)
+
+"""
+    for family, tasks in families.items():
+        if family == "growth":
+            continue
+        text += f"## {family}\n\n{family_table(tasks, call)}\n"
+    text += "## growth\n\nCost over the size of what is done: flat where the size is only a number, linear in text.\n\n"
+    text += growth_table(families["growth"])
+    text += "\n## memory and loading\n\n" + footprint_table(footprint)
+    kept = load_table(instructions)
+    text += ("\n## instructions\n\nCounted by callgrind, the same in every run; kept in `instructions.tsv`, and "
+             "`scripts/check instructions` fails where one grows by more than 5%.\n\n")
+    text += table(["task", "baseline", "x86-64-v3"],
+                  [[task, f"{base:.1f}", f"{v3:.1f}"] for task, (base, v3) in kept.items() if not task.startswith("growth/")])
+    path = pathlib.Path(out)
+    path.write_text(text)
+    path.with_suffix(".svg").write_text(chart(families))
+
+
+def footprint_table(path):
+    lines = [line.split("\t") for line in pathlib.Path(path).read_text().splitlines()]
+    rows = [line for line in lines[1:] if line[0] != "load"]
+    load = next(line[1] for line in lines if line[0] == "load")
+    return (table(lines[0], rows) +
+            f"\nA program that needs both libraries starts {load} µs later than one that needs none (least of 300 "
+            "starts). Nothing allocates on a timed path; nothing runs at load.\n")
+
+
+def gxx_version():
+
+    return subprocess.run(["g++", "-dumpfullversion"], capture_output=True, text=True, check=True).stdout.strip()
+
+
+if __name__ == "__main__":
+    if sys.argv[1:2] == ["times"] and len(sys.argv) == 6:
+        write_report(*sys.argv[2:])
+    elif sys.argv[1:2] == ["instructions"] and len(sys.argv) in (5, 6):
+        write_instructions(*sys.argv[2:5], compare="--compare" in sys.argv)
+    else:
+        sys.exit(__doc__)
