@@ -1,0 +1,55 @@
+#pragma once
+
+#include <campotipo/codes.h>
+
+#include <cstddef>
+#include <cstdlib>
+
+#include "codes/packed_code.hpp"
+
+// A packed code that owns its buffer.
+namespace campotipo::codes::packed {
+
+static_assert(offsetof(CODALFNN, caracteres) == 0 && offsetof(CODALFNN, opc) == 4 &&
+              offsetof(CODALFNN, dados) == 8 && sizeof(CODALFNN) == 16);
+
+inline bool is_valid(const CODALFNN *record) {
+  return record->caracteres > 0 && record->dados != nullptr;
+}
+
+inline void create(CODALFNN *record, int n, int opc) {
+  const bool countable = n > 0 && n <= CODALFNN_MAX_CARACTERES;
+  const auto size = static_cast<std::size_t>(countable ? CODALFA_BYTES(n) : 0);
+  record->caracteres = n;
+  record->opc = opc;
+  record->dados = countable ? static_cast<unsigned char *>(std::malloc(size)) : nullptr;
+}
+
+inline void destroy(CODALFNN *record) {
+  std::free(record->dados);
+  record->dados = nullptr;
+  record->caracteres = 0;
+}
+
+inline int save(CODALFNN *record, const char *text, int opc) {
+  return is_valid(record) ? save(record->dados, text, record->caracteres, opc) : 0;
+}
+
+inline char *extract(char *dest, const CODALFNN *record, int opc, int width) {
+  if (is_valid(record)) return extract(dest, record->dados, record->caracteres, opc, width);
+  *dest = '\0';
+  return dest;
+}
+
+inline int has_content(const CODALFNN *record, int opc) {
+  return is_valid(record) ? has_content(record->dados, record->caracteres, opc) : 0;
+}
+
+inline int compare(const CODALFNN *a, const CODALFNN *b) {
+  const bool valid = is_valid(a);
+  if (valid != is_valid(b)) return valid ? -1 : 1;
+  if (!valid || a->caracteres != b->caracteres) return 0;
+  return compare(a->dados, b->dados, a->caracteres);
+}
+
+}  // namespace campotipo::codes::packed
