@@ -40,7 +40,7 @@ sub parse {
         my $own = $doc;
         if ($doc == $section->{intro}) {
           my $at = 0;
-          $at++ while $at < @$doc && !is_entry($doc->[$at]);
+          $at++ while $at < @$doc && !is_entry($doc->[$at], $text->{name});
           $own = [splice @$doc, $at];
         }
         $doc = $own;
@@ -173,9 +173,14 @@ sub prose {
   return { kind => 'prose', text => $text };
 }
 
+# Whether a paragraph begins with the name of one of the functions.
 sub is_entry {
-  my ($paragraph) = @_;
-  return $paragraph->{kind} eq 'prose' && $paragraph->{text} =~ /^$names: /;
+  my ($paragraph, @functions) = @_;
+  return 0 unless $paragraph->{kind} eq 'prose' && $paragraph->{text} =~ /^($names): /;
+  for my $said (split /, /, $1) {
+    return 1 if grep { means($said, $_) || /_\Q$said\E_/ } @functions;
+  }
+  return 0;
 }
 
 # Whether a name as the comments write it means a function: in full, without its family, or with a
@@ -223,13 +228,15 @@ sub entry {
     next if grep { means($name, $_) } @functions;
     for my $function (grep { /_\Q$name\E_/ } @functions) {
       $block->{entries}{$function} //= $text;
-      $block->{named} //= $name;
     }
   }
+  my @known = grep { my $name = $_; grep { means($name, $_) || /_\Q$name\E_/ } @functions } @$said;
+  return unless @known;
+  my @names = grep { defined } $block->{named}, @known;
+  $block->{named} = join ', ', @names;
   for my $function (@functions) {
     next unless grep { means($_, $function) } @$said;
     $block->{entries}{$function} //= $text;
-    $block->{named} //= join ', ', @$said;
   }
 }
 

@@ -18,7 +18,7 @@
  * an error: every bit pattern can be read, and what no date can be made of becomes the zero date.
  *
  * date    a DATAC in either encoding, 3 bytes
- * a, b    two of them
+ * a, b    two dates, in either encoding each
  * field   a HORAC of 2 bytes or an HHMMSS of 3
  *
  * Threads: operations on different data may run at the same time. DATAC_formato is the one
