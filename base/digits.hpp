@@ -119,12 +119,15 @@ inline __m128i split16(std::uint32_t first, std::uint32_t second) {
   const __m128i high = _mm_srli_epi64(_mm_mul_epu32(eights, _mm_set1_epi64x(3518437209)), 45);
   const __m128i low = _mm_sub_epi64(eights, _mm_mul_epu32(high, _mm_set1_epi64x(10000)));
   const __m128i fours = _mm_or_si128(high, _mm_slli_epi64(low, 32));
-  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi16(5243)), 3);
-  const __m128i units = _mm_sub_epi16(fours, _mm_mullo_epi16(hundreds, _mm_set1_epi16(100)));
-  const __m128i twos = _mm_or_si128(hundreds, _mm_slli_epi32(units, 16));
+  // Both halves of a lane of 4 digits hold it, so that one multiplication makes both pairs.
+  const __m128i upper = _mm_slli_epi32(fours, 16);
+  const __m128i halves = _mm_or_si128(fours, upper);
+  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(halves, _mm_set1_epi16(5243)), 3);
+  const __m128i less = _mm_mullo_epi16(hundreds, _mm_set1_epi32(-100 * 65536 + 1));
+  const __m128i twos = _mm_add_epi16(upper, less);
   const __m128i tens = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554));
-  const __m128i ones = _mm_sub_epi16(twos, _mm_mullo_epi16(tens, _mm_set1_epi16(10)));
-  return _mm_or_si128(tens, _mm_slli_epi16(ones, 8));
+  // tens + 256 * (twos - 10 * tens)
+  return _mm_sub_epi16(_mm_slli_epi16(twos, 8), _mm_mullo_epi16(tens, _mm_set1_epi16(2559)));
 }
 
 // Number of leading zeros in eight digit values, 8 for zero.

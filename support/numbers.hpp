@@ -242,7 +242,25 @@ inline char *put_digits_exact(char *to, std::uint64_t number, unsigned count) {
   return to + count;
 }
 
+// The last three digits of a number below 2000, and a byte more, first digit in the lowest byte.
+inline std::uint32_t last_three(std::uint32_t number) {
+  number = number < 1000 ? number : number - 1000;
+  const std::uint32_t hundreds = number * 5243 >> 19;
+  const std::uint32_t rest = number - 100 * hundreds;
+  const std::uint32_t tens = rest * 103 >> 10;
+  return 0x00303030 + (hundreds | tens << 8 | (rest - 10 * tens) << 16);
+}
+
 inline char *to_text_exact(char *text, std::uint64_t number, int count) {
+  // The limb of a wide quantity, below 2^64 < 2000 * 10^16.
+  if (count == 19) [[likely]] {
+    const std::uint64_t top = number / digits::kTenTo16;
+    store(text, last_three(static_cast<std::uint32_t>(top)));
+    const __m128i rest = sixteen_digits(number - top * digits::kTenTo16);
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(text + 3), rest);
+    text[19] = '\0';
+    return text;
+  }
   *put_digits_exact(text, number, count > 0 ? static_cast<unsigned>(count) : 0) = '\0';
   return text;
 }
