@@ -2,7 +2,7 @@
 
 #include <campotipo/idnumbers.h>
 
-#include <utility>
+#include <cstdint>
 
 #include "base/bytes.hpp"
 #include "idnumbers/check_digit.hpp"
@@ -21,6 +21,7 @@ static_assert(kModulo11.weights[kMaxLength - 1] == 2);
 
 struct Cpf {
   static constexpr unsigned kLength = 11;
+  static constexpr bool kLetters = false;
   static constexpr Table kFirst{1,
                                 11,
                                 0,
@@ -36,6 +37,7 @@ struct Cpf {
 // Weights ten times the published ones turn a remainder r into 11 - r.
 struct Cnpj {
   static constexpr unsigned kLength = 14;
+  static constexpr bool kLetters = false;
   static constexpr Table kFirst{1,
                                 11,
                                 0,
@@ -80,21 +82,39 @@ inline __m128i left_weights(const unsigned char (LeftWeights<Number>::*which)[16
   return _mm_load_si128(reinterpret_cast<const __m128i *>(kLeftWeights<Number>.*which));
 }
 
+struct Totals {
+  unsigned first, second;
+};
+
+// Pairs of digits give less than 256 and are summed as bytes; letters need the wider lanes.
+template <bool kLetters>
+inline Totals sum_both(__m128i first, __m128i second) {
+  __m128i totals;
+  if constexpr (kLetters) {
+    const __m128i ones = _mm_set1_epi16(1);
+    totals = _mm_packs_epi32(_mm_madd_epi16(first, ones), _mm_madd_epi16(second, ones));
+    totals = _mm_madd_epi16(totals, ones);
+    totals = _mm_add_epi32(totals, _mm_srli_epi64(totals, 32));
+  } else {
+    totals = _mm_sad_epu8(_mm_packus_epi16(first, second), _mm_setzero_si128());
+  }
+  return {static_cast<unsigned>(_mm_cvtsi128_si32(totals)),
+          static_cast<unsigned>(_mm_extract_epi16(totals, 4))};
+}
+
 // Values of a number of exactly the length: both digits at once.
 template <class Number>
 inline int settle_both(char *text, __m128i values, int make) {
   using Weights = LeftWeights<Number>;
-  const __m128i first = vector::multiply_pairs(values, left_weights(&Weights::first));
-  const __m128i second = vector::multiply_pairs(values, left_weights(&Weights::second));
-  const __m128i totals = _mm_sad_epu8(_mm_packus_epi16(first, second), _mm_setzero_si128());
-  const auto first_total = static_cast<unsigned>(_mm_cvtsi128_si32(totals));
-  auto second_total = static_cast<unsigned>(_mm_extract_epi16(totals, 4));
-  if (first_total == 0) return 0;
+  Totals totals =
+      sum_both<Number::kLetters>(vector::multiply_pairs(values, left_weights(&Weights::first)),
+                                 vector::multiply_pairs(values, left_weights(&Weights::second)));
+  if (totals.first == 0) return 0;
   char *place = text + Number::kLength - 2;
-  const unsigned digit = published_digit(first_total);
-  if (make != 0) second_total += 2 * (digit - static_cast<unsigned char>(place[0] - '0'));
+  const unsigned digit = published_digit(totals.first);
+  if (make != 0) totals.second += 2 * (digit - static_cast<unsigned char>(place[0] - '0'));
   const auto expected =
-      static_cast<std::uint16_t>(0x3030 + digit + (published_digit(second_total) << 8));
+      static_cast<std::uint16_t>(0x3030 + digit + (published_digit(totals.second) << 8));
   if (make != 0) bytes::store(place, expected);
   return make != 0 || bytes::load<std::uint16_t>(place) == expected;
 }

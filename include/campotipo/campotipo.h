@@ -6,6 +6,7 @@
 #include <campotipo/bits.h>
 #include <campotipo/calendar.h>
 #include <campotipo/codes.h>
+#include <campotipo/documents.h>
 #include <campotipo/idnumbers.h>
 #include <campotipo/percent.h>
 #include <campotipo/quantities.h>

@@ -49,6 +49,7 @@ extern "C" {
  *     ZALGORITM_trata(article, &ean, 0);    1
  */
 
+/* Bytes, weights and results of a table. */
 #define ZALGORITM_TABELA_BYTES 69
 #define ZALGORITM_TABELA_PESOS 50
 #define ZALGORITM_TABELA_RESULTADOS 16

@@ -5,12 +5,14 @@
 #include <fstream>
 #include <string>
 
+#include "tests/idnumbers/comparison.hpp"
 #include "tests/reference/check_digit.hpp"
 #include "tests/util/guarded_buffer.hpp"
 #include "tests/util/random.hpp"
 
 namespace {
 
+using campotipo::test::Comparison;
 using campotipo::test::GuardedBuffer;
 using campotipo::test::Random;
 namespace reference = campotipo::reference;
@@ -28,32 +30,6 @@ ZALGORITM_TABELA random_table(Random &random) {
   return table;
 }
 
-// An operation under test beside the obvious way of doing it.
-template <class Operation, class Reference>
-class Comparison {
- public:
-  Comparison(Operation operation, Reference reference)
-      : operation_(operation), reference_(reference) {}
-
-  // At the end of the readable memory, and with room for wide loads behind the text.
-  void expect_same(const std::string &text, int make) {
-    std::string expected = text;
-    const int good = reference_(expected, make);
-    for (bool at_end : {true, false}) {
-      const std::size_t size = text.size() + 1;
-      auto *copy = reinterpret_cast<char *>(at_end ? buffer_.at_end(size) : buffer_.at_start(size));
-      std::memcpy(copy, text.c_str(), size);
-      EXPECT_EQ(operation_(copy, make), good) << text << " make " << make;
-      EXPECT_EQ(std::memcmp(copy, expected.c_str(), size), 0) << text << " gives " << copy;
-    }
-  }
-
- private:
-  Operation operation_;
-  Reference reference_;
-  GuardedBuffer buffer_;
-};
-
 TEST(Trata, DoesWhatTheTableSaysForEveryLengthAndFlag) {
   Random random(1);
   ZALGORITM_TABELA table;
@@ -61,7 +37,7 @@ TEST(Trata, DoesWhatTheTableSaysForEveryLengthAndFlag) {
       [&](char *text, int make) { return ZALGORITM_trata(text, &table, make); },
       [&](std::string &text, int make) { return reference::treat(text, table, make); });
   for (std::size_t length = 0; length <= 52; ++length) {
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 40; ++round) {
       table = random_table(random);
       const std::string text = round % 7 == 0 ? std::string(length, '0') : random.digits(length);
       for (int make : {0, 1, -3}) comparison.expect_same(text, make);
@@ -165,7 +141,7 @@ TEST_P(TaxpayerTest, FollowsThePublishedRuleInEveryLength) {
   Random random(4);
   auto compare = comparison();
   for (std::size_t length = 0; length <= 52; ++length) {
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 60; ++round) {
       std::string text = random.digits(length);
       // Zeros in front, up to all of them.
       if (round % 2) text.replace(0, random.between<std::size_t>(0, length), "");

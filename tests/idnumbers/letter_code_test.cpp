@@ -31,8 +31,7 @@ TEST(LetterCode, EveryCharacterHasItsNumber) {
                           : set.characters.find(static_cast<char>(lower ? code - 32 : code));
       EXPECT_EQ(set.to_number(code), at == std::string::npos ? 0 : static_cast<int>(at)) << code;
     }
-    for (int code : {INT_MIN, INT_MAX, 0x10041, INT_MIN + 'A'})
-      EXPECT_EQ(set.to_number(code), 0);
+    for (int code : {INT_MIN, INT_MAX, 0x10041, INT_MIN + 'A'}) EXPECT_EQ(set.to_number(code), 0);
   }
 }
 
