@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 
@@ -78,9 +79,8 @@ inline bool plain_digits(const char *text, std::uint64_t &values) {
   // Behind a digit comes at least the NUL, so the ninth byte may be read.
   if (others == 0) return static_cast<unsigned char>(text[8] - '0') > 9;
   const auto bits = static_cast<unsigned>(std::countr_zero(others)) & ~7u;
-  if (bits == 0) return false;
-  values <<= 64 - bits;
-  return true;
+  values <<= (64 - bits) & 63;
+  return bits != 0;
 }
 
 inline std::uint32_t number_of_plain(std::int32_t format, bool year4, std::uint64_t values) {
