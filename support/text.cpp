@@ -11,6 +11,7 @@ struct GrowableText {
   char *characters;
   std::size_t length;
   std::size_t capacity;
+  bool ended;  // memory ran out, and the text takes no more
 };
 
 constexpr std::size_t kFirstCapacity = 256;
@@ -21,7 +22,8 @@ bool reserve(GrowableText *text, std::size_t count) {
   if (needed <= text->capacity) return true;
   const std::size_t capacity = needed > 2 * text->capacity ? needed : 2 * text->capacity;
   auto *grown = static_cast<char *>(std::realloc(text->characters, capacity));
-  if (grown == nullptr) return false;
+  text->ended = grown == nullptr;
+  if (text->ended) return false;
   text->characters = grown;
   text->capacity = capacity;
   return true;
@@ -34,7 +36,7 @@ extern "C" {
 int LINHAFLEX_cria(LINHAFLEX *handle) {
   auto *text = static_cast<GrowableText *>(std::malloc(sizeof(GrowableText)));
   if (text == nullptr) return 1;
-  *text = {static_cast<char *>(std::malloc(kFirstCapacity)), 0, kFirstCapacity};
+  *text = {static_cast<char *>(std::malloc(kFirstCapacity)), 0, kFirstCapacity, false};
   if (text->characters == nullptr) {
     std::free(text);
     return 1;
@@ -46,6 +48,7 @@ int LINHAFLEX_cria(LINHAFLEX *handle) {
 
 int LINHAFLEX_printf(LINHAFLEX handle, const char *format, ...) {
   auto *text = static_cast<GrowableText *>(handle);
+  if (text->ended) return -1;
   const std::size_t room = text->capacity - text->length;
   va_list arguments;
   va_start(arguments, format);

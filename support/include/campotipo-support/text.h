@@ -10,8 +10,8 @@
  * A text that grows as formatted pieces are appended. It is known by a handle of one word, made by
  * LINHAFLEX_cria and released by LINHAFLEX_destroi. A handle belongs to one caller at a time.
  *
- * When memory runs out, the piece that did not fit is left out whole, the text so far stays, and
- * the text can still be read, added to and released.
+ * When memory runs out, the piece that did not fit is left out whole and so is every later one, so
+ * that a text never has a gap. The text so far stays, and can be read and released.
  *
  * handle   made by LINHAFLEX_cria and not yet released
  *
