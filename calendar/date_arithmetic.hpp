@@ -140,9 +140,10 @@ inline constexpr std::int32_t kShortStepYears = 1900;
 
 inline std::int32_t starting_year(std::uint32_t number, const Date &date, std::int32_t format,
                                   bool short_step) {
-  if (!is_packed(number) && format != DATAC_FORMATO_COMPACTO && short_step) [[likely]]
-    return kShortStepYears + date.year;
-  return full_year(number, date);
+  if (is_packed(number)) [[likely]]
+    return date.year;
+  if (format != DATAC_FORMATO_COMPACTO && short_step) return kShortStepYears + date.year;
+  return CRONOBASE_ano_com_quatro(date.year);
 }
 
 inline void advance_days(unsigned char *field, std::int32_t days) {
