@@ -1,0 +1,99 @@
+#include <memory>
+
+#include "app/failure.hpp"
+#include "app/input.hpp"
+#include "app/output.hpp"
+#include "app/progress.hpp"
+#include "commands/commands.hpp"
+#include "layout/reader.hpp"
+#include "records/examiner.hpp"
+#include "records/stream.hpp"
+#include "report/page.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr const char *kExample =
+    "Example:\n"
+    "  campotipo report bancos.toml bancos.dat -o bancos.html";
+constexpr std::size_t kSamples = 12;
+
+struct Request {
+  std::string layout;
+  std::string file;
+  std::string out;
+};
+
+void first_reading(const Layout &layout, Input &input, Examiner &examiner, Report &report) {
+  for (const RecordType &type : layout.types) {
+    report.kinds.push_back({&type, 0, {type.fields.begin(), type.fields.end()}, {}, {}});
+  }
+  Progress progress("report", input.size());
+  RecordStream stream(input, layout, true);
+  RecordBlock block;
+  while (stream.fill(block)) {
+    examiner.add(block);
+    for (const RecordBlock::Record &record : block.records) {
+      KindReport &kind = report.kinds[static_cast<std::size_t>(record.type - layout.types.data())];
+      ++kind.records;
+      for (FieldStatistics &field : kind.fields) field.add(block.record(record));
+      if (kind.samples.size() >= kSamples) continue;
+      std::vector<std::string> texts;
+      for (const Field &field : record.type->fields) {
+        texts.push_back(field_text(field, block.record(record)));
+      }
+      kind.samples.push_back(std::move(texts));
+    }
+    report.bytes = block.offset + block.bytes.size();
+    progress.at(report.bytes, examiner.records());
+  }
+}
+
+void second_reading(const Layout &layout, Input &input, Report &report) {
+  for (KindReport &kind : report.kinds) {
+    kind.histograms.assign(kind.fields.begin(), kind.fields.end());
+  }
+  RecordStream stream(input, layout, true);
+  RecordBlock block;
+  while (stream.fill(block)) {
+    for (const RecordBlock::Record &record : block.records) {
+      KindReport &kind = report.kinds[static_cast<std::size_t>(record.type - layout.types.data())];
+      for (Histogram &histogram : kind.histograms) histogram.add(block.record(record));
+    }
+  }
+}
+
+int run(const Request &request) {
+  const Layout layout = read_layout(request.layout);
+  Report report;
+  Input input(request.file);
+  Output output(request.out);
+  Examiner examiner(layout, input.name());
+  report.layout = &layout;
+  report.file = input.name();
+  report.examiner = &examiner;
+  first_reading(layout, input, examiner, report);
+  Input again(request.file);
+  second_reading(layout, again, report);
+  output.write(report_page(report));
+  output.commit();
+  return kGood;
+}
+
+}  // namespace
+
+void add_report(CLI::App &app, Action &action) {
+  CLI::App *command = app.add_subcommand(
+      "report", "Write one page of HTML: layout, findings, statistics and first records");
+  auto request = std::make_shared<Request>();
+  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("FILE", request->file, "The file of records, which is read twice")
+      ->required()
+      ->check(CLI::ExistingFile);
+  command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");
+  command->footer(kExample);
+  command->callback([&action, request] { action = [request] { return run(*request); }; });
+}
+
+}  // namespace campotipo::tool

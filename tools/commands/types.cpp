@@ -1,0 +1,59 @@
+#include "app/failure.hpp"
+#include "app/output.hpp"
+#include "commands/commands.hpp"
+#include "fields/checks.hpp"
+#include "fields/type.hpp"
+#include "text/aligned.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr const char *kExample = "Example:\n  campotipo types";
+
+std::string told(int number, const char *unit) {
+  return number == 0 ? std::string("told") : std::to_string(number) + " " + unit;
+}
+
+std::string keys(const FieldType &type) {
+  constexpr struct {
+    unsigned key;
+    const char *name;
+  } kNames[] = {{kPositions, "positions"}, {kBytes, "bytes"},
+                {kDecimals, "decimals"},   {kOptions, "options"},
+                {kFold, "fold"},           {kEncoding, "encoding"},
+                {kFormat, "format"},       {kDateEncoding, "encoding"},
+                {kSeparator, "separator"}, {kBits, "bits, order"},
+                {kValue, "value, hex"}};
+  std::string all;
+  for (const auto &[key, name] : kNames) {
+    if ((type.keys & key) != 0) all += (all.empty() ? "" : ", ") + std::string(name);
+  }
+  return all;
+}
+
+int types() {
+  Output output("");
+  AlignedTable table({{"type"}, {"kind"}, {"bytes", true}, {"holds"}, {"text"}, {"keys"}}, output);
+  for (const FieldType &type : field_types()) {
+    table.add({type.name, type.family, told(type.bytes, ""), told(type.count, type.unit), type.form,
+               keys(type)});
+  }
+  table.finish();
+  std::string checks;
+  for (const NamedCheck &check : named_checks()) checks += std::string(" ") + check.name;
+  output.write("\nEvery field may have: name, count, column, join, check (one of" + checks +
+               ").\n");
+  output.commit();
+  return kGood;
+}
+
+}  // namespace
+
+void add_types(CLI::App &app, Action &action) {
+  CLI::App *command = app.add_subcommand("types", "List the field types");
+  command->footer(kExample);
+  command->callback([&action] { action = types; });
+}
+
+}  // namespace campotipo::tool

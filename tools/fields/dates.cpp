@@ -1,0 +1,240 @@
+#include "fields/dates.hpp"
+
+#include <campotipo-support/calendar.h>
+#include <campotipo-support/numbers.h>
+
+#include <cstring>
+#include <string_view>
+
+namespace campotipo::tool {
+
+namespace {
+
+struct Part {
+  std::string_view letters;
+  signed char first;  // place in DDMMAAAA
+};
+
+// The longer form of the year first.
+constexpr Part kParts[] = {{"DD", 0}, {"MM", 2}, {"AAAA", 4}, {"AA", 6}};
+
+void add(DatePattern::Form &form, int digit, char character) {
+  form.digit[form.length] = static_cast<signed char>(digit);
+  form.character[form.length++] = character;
+}
+
+void add_part(DatePattern &pattern, const Part &part) {
+  const int length = static_cast<int>(part.letters.size());
+  for (int i = 0; i < length; ++i) {
+    add(pattern.full, part.first + i, 0);
+    if (length != 4 || i >= 2) add(pattern.two_digits, part.first + i, 0);
+  }
+  pattern.has_century = pattern.has_century || length == 4;
+}
+
+}  // namespace
+
+std::shared_ptr<const DatePattern> date_pattern(const std::string &text) {
+  if (text.size() > DatePattern::kLongest) return nullptr;
+  auto pattern = std::make_shared<DatePattern>();
+  pattern->text = text;
+  std::string_view left = text;
+  int seen[3] = {};
+  while (!left.empty()) {
+    const Part *found = nullptr;
+    for (const Part &part : kParts) {
+      if (found == nullptr && left.starts_with(part.letters)) found = &part;
+    }
+    if (found != nullptr) {
+      ++seen[found->first == 0 ? 0 : found->first == 2 ? 1 : 2];
+      add_part(*pattern, *found);
+      left.remove_prefix(found->letters.size());
+    } else {
+      if (left[0] <= ' ' || left[0] > '~' || left[0] == ',' || left[0] == '"') return nullptr;
+      add(pattern->full, -1, left[0]);
+      add(pattern->two_digits, -1, left[0]);
+      left.remove_prefix(1);
+    }
+  }
+  for (const int count : seen) {
+    if (count != 1) return nullptr;
+  }
+  return pattern;
+}
+
+namespace dates {
+
+namespace {
+
+constexpr std::uint32_t kPackedBit = 0x800000;
+constexpr std::uint32_t kGreatestDecimal = 999999;
+
+struct Parts {
+  int day = 0;
+  int month = 0;
+  int year = 0;
+};
+
+// Both digits of the day alike, and the month and the end of the year the same: a date that stands
+// for "never" or "not known", not for a day.
+bool repeated(const Parts &d) {
+  return d.day == d.month && d.day % 11 == 0 && d.day > 12 && d.day == d.year % 100;
+}
+
+bool read_form(const DatePattern::Form &form, std::string_view text, char *digits) {
+  if (text.size() != form.length) return false;
+  for (std::size_t i = 0; i < form.length; ++i) {
+    if (form.digit[i] < 0) {
+      if (text[i] != form.character[i]) return false;
+    } else {
+      if (text[i] < '0' || text[i] > '9') return false;
+      digits[form.digit[i]] = text[i];
+    }
+  }
+  return true;
+}
+
+int pair(const char *digits) { return (digits[0] - '0') * 10 + (digits[1] - '0'); }
+
+const char *kept(const unsigned char *field, const Parts &d, bool with_century) {
+  if (DATAC_dia(field) == d.day && DATAC_mes(field) == d.month &&
+      (with_century ? DATAC_ano1(field) == d.year : DATAC_ano(field) == d.year % 100)) {
+    return nullptr;
+  }
+  return d.day == DATAC_dia(field) && d.month == DATAC_mes(field)
+             ? "a year that the encoding does not hold"
+             : "a date that does not exist";
+}
+
+}  // namespace
+
+char *put(char *out, const unsigned char *field, const Params &p) {
+  const std::uint32_t number = _3ulong(field);
+  const bool packed = (number & kPackedBit) != 0;
+  const bool empty = p.encoding == DateEncoding::kPacked ? number == kPackedBit : number == 0;
+  if (empty) return out;
+  char digits[DATAC_DDMMAAAA_TEXT_SIZE];
+  const bool two = p.encoding == DateEncoding::kBoth && !packed;
+  if (two) {
+    // The digits as they are stored: such a date keeps two of its year.
+    char stored[DATAC_DDMMAA_TEXT_SIZE];
+    DATAC_dtoa(stored, field);
+    std::memcpy(digits, stored, 4);
+    std::memcpy(digits + 6, stored + 4, 2);
+  } else {
+    DATAC_dtoa_DDMMAAAA(digits, field);
+  }
+  const DatePattern::Form &form = two ? p.pattern->two_digits : p.pattern->full;
+  for (std::size_t i = 0; i < form.length; ++i) {
+    out[i] = form.digit[i] < 0 ? form.character[i] : digits[form.digit[i]];
+  }
+  return out + form.length;
+}
+
+const char *take(unsigned char *field, std::string_view text, const Params &p) {
+  bool packed = p.encoding == DateEncoding::kPacked;
+  if (text.empty()) {
+    if (packed) DATAC_fmt_monta(field, 1, 0, 0, 0);
+    return nullptr;
+  }
+  char digits[DatePattern::kDigits + 1] = {};
+  bool century = p.pattern->has_century;
+  if (!century || !read_form(p.pattern->full, text, digits)) {
+    if (!read_form(p.pattern->two_digits, text, digits)) return "is no date of the form told";
+    century = false;
+  }
+  Parts d = {pair(digits), pair(digits + 2), pair(digits + 6)};
+  if (century) d.year += 100 * pair(digits + 4);
+  if (p.encoding == DateEncoding::kBoth) packed = century;
+  if (packed) {
+    const bool never = repeated(d) && (!century || d.year == d.day * 101);
+    if (!century && !never) d.year = CRONOBASE_ano_com_quatro(d.year);
+    const bool zero = d.day == 0 && d.month == 0 && d.year == 0;
+    DATAC_fmt_monta(field, 1, d.day, d.month, never ? d.day : d.year);
+    return never || zero ? nullptr : kept(field, d, true);
+  }
+  DATAC_fmt_monta(field, 0, d.day, d.month, d.year);
+  return kept(field, d, century);
+}
+
+const char *fault(const unsigned char *field, const Params &p) {
+  const std::uint32_t number = _3ulong(field);
+  const bool packed = (number & kPackedBit) != 0;
+  if ((p.encoding == DateEncoding::kPacked && !packed) ||
+      (p.encoding == DateEncoding::kDecimal && packed)) {
+    return "stored in the other encoding";
+  }
+  if (!packed && number > kGreatestDecimal) return "digits past those of a date";
+  const Parts d = {DATAC_dia(field), DATAC_mes(field), DATAC_ano1(field)};
+  if (DATAC_nao_zero(field) == 0 || DATAC_valida(field) != 0 || repeated(d)) return nullptr;
+  return "a date that does not exist";
+}
+
+}  // namespace dates
+
+namespace times {
+
+namespace {
+
+// Reads "h:mm" or "h:mm:ss", with the separator told, into parts; false for any other text.
+bool read_parts(std::string_view text, char separator, int *parts, int count) {
+  for (int i = 0; i < count; ++i) {
+    const std::size_t end = i + 1 < count ? text.find(separator) : text.size();
+    if (end == std::string_view::npos || end < 1 || end > 3 || (i > 0 && end != 2)) return false;
+    parts[i] = 0;
+    for (const char c : text.substr(0, end)) {
+      if (c < '0' || c > '9') return false;
+      parts[i] = parts[i] * 10 + (c - '0');
+    }
+    text.remove_prefix(i + 1 < count ? end + 1 : end);
+  }
+  return true;
+}
+
+// The library writes a blank before an hour of one digit; a column of times sorts with a zero.
+char *fill_hour(char *out) {
+  if (out[0] == ' ') out[0] = '0';
+  return out + std::strlen(out);
+}
+
+}  // namespace
+
+char *put_minutes(char *out, const unsigned char *field, const Params &p) {
+  return fill_hour(HORAC_edita_sep(out, field, p.separator));
+}
+
+char *put_seconds(char *out, const unsigned char *field, const Params &p) {
+  return fill_hour(HHMMSS_edita_sep(out, field, p.separator, 0));
+}
+
+const char *take_minutes(unsigned char *field, std::string_view text, const Params &p) {
+  if (text.empty()) return nullptr;
+  int parts[2];
+  if (!read_parts(text, p.separator, parts, 2)) return "is no time of day";
+  const int number = parts[0] * 100 + parts[1];
+  field[0] = static_cast<unsigned char>(number & 0xFF);
+  field[1] = static_cast<unsigned char>(number >> 8 & 0xFF);
+  return HORAC_valida(field) != 0 ? nullptr : "a time that does not exist";
+}
+
+const char *take_seconds(unsigned char *field, std::string_view text, const Params &p) {
+  if (text.empty()) return nullptr;
+  int parts[3];
+  if (!read_parts(text, p.separator, parts, 3)) return "is no time of day";
+  bool fits = true;
+  for (int i = 0; i < 3; ++i) {
+    fits = fits && parts[i] <= 0xFF;
+    field[i] = static_cast<unsigned char>(parts[i] & 0xFF);
+  }
+  return fits && HHMMSS_valida(field) != 0 ? nullptr : "a time that does not exist";
+}
+
+int minutes(const unsigned char *field) {
+  const int number = field[0] | field[1] << 8;
+  return number / 100 * 60 + number % 100;
+}
+
+int seconds(const unsigned char *field) { return (field[0] * 60 + field[1]) * 60 + field[2]; }
+
+}  // namespace times
+}  // namespace campotipo::tool

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <campotipo/quantities.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "fields/judge.hpp"
+#include "fields/type.hpp"
+#include "text/scan.hpp"
+
+// Numbers: binary ones, wide quantities, percents and money. All have a decimal text.
+namespace campotipo::tool::numbers {
+
+constexpr int kMaxDecimals = 50;
+
+inline std::size_t room(const Params &) { return 2 * kMaxDecimals + 8; }
+
+// Digits that fit a width whatever they are: 2, 4, 7, 9 for the bytes of a limb, 19 for each full
+// limb below.
+constexpr int sure_digits(int bytes) {
+  constexpr int kLimb[] = {0, 2, 4, 7, 9, 12, 14, 16, 19};
+  return bytes <= 8 ? kLimb[bytes] : 19 + sure_digits(bytes - 8);
+}
+
+template <auto ToText>
+char *put(char *out, const unsigned char *field, const Params &p) {
+  ToText(out, field, p.decimals);
+  return out + std::strlen(out);
+}
+
+// True for plain digits that the width and the decimals hold for sure.
+inline bool sure(std::string_view text, int bytes, int decimals) {
+  const scan::Number number = scan::number(text.data(), text.size());
+  return number.plain && number.behind <= decimals &&
+         number.digits + decimals - number.behind <= sure_digits(bytes);
+}
+
+template <int Bytes, auto FromText, auto ToText>
+const char *take(unsigned char *field, std::string_view text, const Params &p) {
+  if (text.empty()) return nullptr;
+  FromText(field, text.data(), p.decimals);
+  if (sure(text, Bytes, p.decimals)) return nullptr;
+  char back[2 * kMaxDecimals + 8];
+  return judge::decimal(text, ToText(back, field, p.decimals), p.decimals);
+}
+
+inline const char *no_fault(const unsigned char *, const Params &) { return nullptr; }
+
+inline std::uint64_t limb(const unsigned char *field, int bytes) {
+  std::uint64_t value = 0;
+  for (int i = bytes; i-- > 0;) value = value << 8 | field[i];
+  return value;
+}
+
+constexpr std::uint64_t power_of_ten(int exponent) {
+  return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1);
+}
+
+template <int Bytes>
+const char *limb_fault(const unsigned char *field, const Params &) {
+  for (int at = 0; at < Bytes; at += 8) {
+    const int width = std::min(8, Bytes - at);
+    if (limb(field + at, width) >= power_of_ten(sure_digits(width))) return "digits past a limb";
+  }
+  return nullptr;
+}
+
+template <auto Compare>
+int compare(const unsigned char *a, const unsigned char *b, const Params &) {
+  return Compare(a, b);
+}
+
+template <auto ToText>
+double measure(const unsigned char *field, const Params &p) {
+  char text[2 * kMaxDecimals + 8];
+  return std::strtod(ToText(text, field, p.decimals), nullptr);
+}
+
+constexpr FieldType row(const char *name, const char *family, int bytes) {
+  FieldType type = {};
+  type.name = name;
+  type.family = family;
+  type.bytes = bytes;
+  type.count = sure_digits(bytes);
+  type.unit = "digits";
+  type.form = "123 or 1.23";
+  type.sql = "NUMERIC(%d, %s)";
+  type.keys = kDecimals;
+  type.traits = kRight | kNoBlank | (bytes <= 6 ? kJsonNumber : kPlain);
+  type.room = room;
+  type.fault = no_fault;
+  return type;
+}
+
+// A binary number, of which every pattern of bits is one; its text may have a digit more.
+template <int Bytes, auto FromText, auto ToText, auto Compare>
+constexpr FieldType binary(const char *name) {
+  FieldType type = row(name, "binary number", Bytes);
+  type.put = put<ToText>;
+  type.take = take<Bytes, FromText, ToText>;
+  type.compare = compare<Compare>;
+  type.measure = measure<ToText>;
+  return type;
+}
+
+template <int Bytes, auto FromText, auto ToText, auto Compare>
+constexpr FieldType quantity(const char *name) {
+  FieldType type = binary<Bytes, FromText, ToText, Compare>(name);
+  type.family = "wide quantity";
+  type.fault = limb_fault<Bytes>;
+  return type;
+}
+
+}  // namespace campotipo::tool::numbers

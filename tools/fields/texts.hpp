@@ -1,0 +1,185 @@
+#pragma once
+
+#include <campotipo/codes.h>
+
+#include <cstring>
+#include <string>
+
+#include "fields/judge.hpp"
+#include "fields/numbers.hpp"
+#include "fields/type.hpp"
+#include "text/charset.hpp"
+
+// Texts: packed codes, plain strings and digit strings.
+namespace campotipo::tool::texts {
+
+constexpr int code_bytes(int positions) { return (6 * positions + 7) / 8; }
+
+// What is wrong with the stored form of a packed code of n positions.
+const char *code_fault(const unsigned char *field, const Params &p);
+
+// Stores a text in a plain string, through the character set of the record.
+const char *take_string(unsigned char *field, std::string_view text, const Params &p);
+const char *string_fault(const unsigned char *field, const Params &p);
+
+inline std::size_t code_room(const Params &p) { return static_cast<std::size_t>(p.n) + 1; }
+
+template <auto ToText>
+char *put_code(char *out, const unsigned char *field, const Params &) {
+  ToText(out, field);
+  return out + std::strlen(out);
+}
+
+template <auto Saved, auto ToText, std::size_t TextSize>
+const char *take_code(unsigned char *field, std::string_view text, const Params &p) {
+  const bool known = Saved(field, text.data(), p.options) != 0;
+  char back[TextSize];
+  ToText(back, field);
+  if (judge::same(text, back)) return nullptr;
+  return judge::code(text, back, known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
+}
+
+template <auto Compare>
+int compare(const unsigned char *a, const unsigned char *b, const Params &) {
+  return Compare(a, b);
+}
+
+template <auto Content>
+int content(const unsigned char *field, const Params &) {
+  return Content(field, 0);
+}
+
+constexpr FieldType code_row(const char *name, int positions) {
+  FieldType type = {};
+  type.name = name;
+  type.family = "packed code";
+  type.bytes = positions == 0 ? 0 : code_bytes(positions);
+  type.count = positions;
+  type.unit = "positions";
+  type.form = "A-Z 0-9 blank -._/+,:#@*$%!";
+  type.sql = "VARCHAR(%d)";
+  type.keys = kOptions | kFold | (positions == 0 ? kPositions : kNoKeys);
+  type.traits = kText;
+  type.room = code_room;
+  type.fault = code_fault;
+  return type;
+}
+
+template <int Positions, auto Saved, auto ToText, auto Compare, auto Content>
+constexpr FieldType code(const char *name) {
+  FieldType type = code_row(name, Positions);
+  type.put = put_code<ToText>;
+  type.take = take_code<Saved, ToText, Positions + 1>;
+  type.compare = compare<Compare>;
+  type.content = content<Content>;
+  return type;
+}
+
+// A packed code of any size.
+char *put_any_code(char *out, const unsigned char *field, const Params &p);
+const char *take_any_code(unsigned char *field, std::string_view text, const Params &p);
+
+constexpr FieldType any_code(const char *name) {
+  FieldType type = code_row(name, 0);
+  type.put = put_any_code;
+  type.take = take_any_code;
+  type.compare = [](const unsigned char *a, const unsigned char *b, const Params &p) {
+    return CODALFA_compara(a, b, p.n);
+  };
+  type.content = [](const unsigned char *field, const Params &p) {
+    return CODALFA_nao_zero(field, p.n, 0);
+  };
+  return type;
+}
+
+inline std::size_t string_room(const Params &p) {
+  return static_cast<std::size_t>(p.n) * p.charset->growth() + 1;
+}
+
+template <auto ToText>
+char *put_string(char *out, const unsigned char *field, const Params &p) {
+  ToText(out, field);
+  return p.charset->to_utf8(out, std::strlen(out));
+}
+
+constexpr FieldType string_row(const char *name, int bytes) {
+  FieldType type = {};
+  type.name = name;
+  type.family = "string";
+  type.bytes = bytes;
+  type.count = bytes;
+  type.unit = "bytes";
+  type.form = "any text";
+  type.sql = "VARCHAR(%d)";
+  type.keys = kOptions | kEncoding | (bytes == 0 ? kBytes : kNoKeys);
+  type.traits = kText;
+  type.room = string_room;
+  type.take = take_string;
+  type.fault = string_fault;
+  return type;
+}
+
+template <int Bytes, auto ToText, auto Compare, auto Content>
+constexpr FieldType string(const char *name) {
+  FieldType type = string_row(name, Bytes);
+  type.put = put_string<ToText>;
+  type.compare = compare<Compare>;
+  type.content = content<Content>;
+  return type;
+}
+
+constexpr FieldType any_string(const char *name) {
+  FieldType type = string_row(name, 0);
+  type.put = [](char *out, const unsigned char *field, const Params &p) {
+    CODSTR_extrai(out, field, p.n);
+    return p.charset->to_utf8(out, std::strlen(out));
+  };
+  type.compare = [](const unsigned char *a, const unsigned char *b, const Params &p) {
+    return CODSTR_compara(a, b, p.n);
+  };
+  type.content = [](const unsigned char *field, const Params &p) {
+    return CODSTR_nao_zero(field, p.n, 0);
+  };
+  return type;
+}
+
+template <auto FromText, auto ToText, int Digits>
+const char *take_digits(unsigned char *field, std::string_view text, const Params &) {
+  FromText(field, text.data());
+  return judge::digits(text, Digits);
+}
+
+// What is wrong with a digit string of at most `greatest` digits and a number of `bytes` bytes.
+const char *digits_fault(const unsigned char *field, int greatest, int bytes);
+
+// Digit strings have no order of their own in the library: that of their texts.
+template <auto ToText, int Digits>
+int compare_digits(const unsigned char *a, const unsigned char *b, const Params &) {
+  char first[Digits + 1];
+  char second[Digits + 1];
+  return std::strcmp(ToText(first, a), ToText(second, b));
+}
+
+template <int Digits, int Bytes, auto FromText, auto ToText>
+constexpr FieldType digits(const char *name) {
+  FieldType type = {};
+  type.name = name;
+  type.family = "digit string";
+  type.bytes = Bytes;
+  type.count = Digits;
+  type.unit = "digits";
+  type.form = "000123";
+  type.sql = "VARCHAR(%d)";
+  type.keys = kNoKeys;
+  type.traits = kNoBlank;
+  type.room = [](const Params &) { return std::size_t{Digits + 1}; };
+  type.put = put_code<ToText>;
+  type.take = take_digits<FromText, ToText, Digits>;
+  type.fault = [](const unsigned char *field, const Params &) {
+    return digits_fault(field, Digits, Bytes - 1);
+  };
+  type.compare = compare_digits<ToText, Digits>;
+  return type;
+}
+
+}  // namespace campotipo::tool::texts

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace campotipo::tool {
+
+class Charset;
+struct DatePattern;
+struct NamedCheck;
+
+// How the date fields of a column are encoded.
+enum class DateEncoding {
+  kBoth,    // each field says it itself: a year of four digits is packed, one of two decimal
+  kPacked,  // the others are findings
+  kDecimal,
+};
+
+// What a layout tells of one field beside its type; each type reads what it needs.
+struct Params {
+  int n = 0;      // positions of a code, bytes of a string, bits of a part of a bit area
+  int bytes = 0;  // of the field, or of the whole bit area
+  int decimals = 0;
+  int options = 0;    // flags of the library's own operations
+  bool fold = false;  // small letters and blanks at the end of a code may go without notice
+  int start = 0;      // first bit of a part of a bit area
+  int area_bits = 0;  // bits of all parts, told with the last one, which looks at the spare bits
+  bool big = false;   // most significant bit first
+  char separator = ':';
+  DateEncoding encoding = DateEncoding::kBoth;
+  std::shared_ptr<const DatePattern> pattern;
+  std::shared_ptr<const Charset> charset;
+  std::string fill;  // the bytes that belong to nobody, `bytes` of them
+};
+
+// The keys of a layout that a type reads, beside name, type, count, column and check.
+enum Keys : unsigned {
+  kNoKeys = 0,
+  kPositions = 1,
+  kBytes = 2,
+  kDecimals = 4,
+  kOptions = 8,
+  kEncoding = 16,
+  kFormat = 32,
+  kSeparator = 64,
+  kBits = 128,
+  kValue = 256,
+  kFold = 512,
+  kDateEncoding = 1024,
+};
+
+enum Traits : unsigned {
+  kPlain = 0,
+  kText = 1,        // may hold what CSV quotes
+  kRight = 2,       // aligned by its last digit
+  kJsonNumber = 4,  // small enough to be exact as a number of JSON
+  kNullable = 8,    // no text is no value
+  kNoBlank = 16,    // its text holds no blank, so it may come first in a column shared by two
+};
+
+// A kind of field: everything the tool knows of it.
+struct FieldType {
+  const char *name;
+  const char *family;
+  int bytes;         // of the field, 0 where the layout tells
+  int count;         // positions, digits or bits, 0 where the layout tells
+  const char *unit;  // what `count` counts
+  const char *form;  // what its text looks like
+  const char *sql;   // column type; %d stands for the count, %s for the decimals
+  unsigned keys;
+  unsigned traits;
+
+  // Bytes that `put` may write: the UTF-8 text and what the library writes behind it.
+  std::size_t (*room)(const Params &);
+
+  // Writes the text of a field and gives its end.
+  char *(*put)(char *out, const unsigned char *field, const Params &);
+
+  // Stores a text, which a NUL and scan::kPadding readable bytes follow, in a field of zeros.
+  // Gives null if all of it is there, else what was lost.
+  const char *(*take)(unsigned char *field, std::string_view text, const Params &);
+
+  // Null if the field is well formed, else what is wrong.
+  const char *(*fault)(const unsigned char *field, const Params &);
+
+  // The library's own order.
+  int (*compare)(const unsigned char *a, const unsigned char *b, const Params &);
+
+  // Whether the field has content, by the library's own test; null: any byte that is not zero.
+  int (*content)(const unsigned char *field, const Params &);
+
+  // Place on a scale, for a histogram; null where there is none.
+  double (*measure)(const unsigned char *field, const Params &);
+};
+
+// All kinds, in the order in which they are listed.
+std::span<const FieldType> field_types();
+
+// Null where no kind has the name.
+const FieldType *field_type(std::string_view name);
+
+// Parts of a bit area and bytes that belong to nobody are told apart from the rest of the kinds.
+bool is_bit_area(const FieldType &type);
+bool is_fill(const FieldType &type);
+
+}  // namespace campotipo::tool

@@ -1,0 +1,168 @@
+#include "layout/drawings.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+namespace campotipo::tool {
+
+std::vector<Span> spans(const RecordType &record) {
+  std::vector<Span> all;
+  for (const Field &field : record.fields) {
+    if (is_bit_area(*field.type) && !all.empty() && all.back().offset == field.offset) {
+      all.back().parts.push_back(&field);
+      continue;
+    }
+    std::string name = field.name;
+    if (is_bit_area(*field.type)) name.resize(name.rfind('.'));
+    all.push_back({name, field.offset, field.bytes, &field, {}});
+    if (is_bit_area(*field.type)) all.back().parts.push_back(&field);
+  }
+  for (const Field &fill : record.fill) {
+    all.push_back({fill.name, fill.offset, fill.bytes, &fill, {}});
+  }
+  std::sort(all.begin(), all.end(),
+            [](const Span &a, const Span &b) { return a.offset < b.offset; });
+  return all;
+}
+
+std::string type_text(const Span &span) {
+  const Field &field = *span.field;
+  const Params &p = field.params;
+  std::string text = field.type->name;
+  const unsigned keys = field.type->keys;
+  if ((keys & (kPositions | kBytes)) != 0 && !is_fill(*field.type))
+    text += " " + std::to_string(p.n);
+  if (!span.parts.empty()) {
+    text += p.big ? " big:" : " little:";
+    for (const Field *part : span.parts) {
+      text += " " + part->path.back().key + ":" + std::to_string(part->params.n);
+    }
+  }
+  if ((keys & kDecimals) != 0 && p.decimals > 0) {
+    text += ", " + std::to_string(p.decimals) + " decimals";
+  }
+  if ((keys & kDateEncoding) != 0 && p.encoding != DateEncoding::kBoth) {
+    text += p.encoding == DateEncoding::kPacked ? ", packed" : ", decimal";
+  }
+  if (field.check != nullptr) text += ", " + std::string(field.check->title);
+  return text;
+}
+
+std::string c_name(const std::string &name, std::vector<std::string> &taken) {
+  constexpr std::array kWords = {
+      "alignas",  "auto",    "bool",     "break",  "case",   "char",    "class",  "const",
+      "continue", "default", "delete",   "do",     "double", "else",    "enum",   "extern",
+      "float",    "for",     "friend",   "goto",   "if",     "inline",  "int",    "long",
+      "new",      "public",  "register", "return", "short",  "signed",  "sizeof", "static",
+      "struct",   "switch",  "this",     "throw",  "try",    "typedef", "union",  "unsigned",
+      "virtual",  "void",    "volatile", "while",  "private"};
+  std::string word;
+  for (const char c : name) {
+    const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+    word += plain ? c : '_';
+  }
+  if (word.empty() || (word[0] >= '0' && word[0] <= '9') || word[0] == '_') word = "f" + word;
+  if (std::find(kWords.begin(), kWords.end(), std::string_view(word)) != kWords.end()) word += "_";
+  const std::string base = word;
+  for (int i = 2; std::find(taken.begin(), taken.end(), word) != taken.end(); ++i) {
+    word = base + "_" + std::to_string(i);
+  }
+  taken.push_back(word);
+  return word;
+}
+
+namespace {
+
+std::string capitals(std::string text) {
+  for (char &c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// Text inside a comment of C.
+std::string in_comment(std::string text) {
+  for (std::size_t at = text.find("*/"); at != std::string::npos; at = text.find("*/")) {
+    text[at] = '+';
+  }
+  return text;
+}
+
+std::string c_struct(const RecordType &record, const std::string &name) {
+  std::vector<std::string> taken;
+  std::string macros =
+      "#define " + capitals(name) + "_BYTES " + std::to_string(record.bytes) + "\n";
+  std::string members;
+  for (const Span &span : spans(record)) {
+    const std::string member = c_name(span.name, taken);
+    const std::string macro = capitals(name + "_" + member);
+    macros += "#define " + macro + "_OFFSET " + std::to_string(span.offset) + "\n";
+    members += "  unsigned char " + member + "[" + std::to_string(span.bytes) + "]; /* " +
+               in_comment(type_text(span)) + " */\n";
+  }
+  return macros + "\ntypedef struct " + name + " {\n" + members + "} " + name + ";\n\n" +
+         "/* Members of characters leave no gap: a record is copied as it stands in the file. "
+         "*/\n" +
+         "typedef char " + name + "_has_no_gap[sizeof(" + name + ") == " + capitals(name) +
+         "_BYTES ? 1 : -1];\n";
+}
+
+std::string quoted(const std::string &name) {
+  std::string text = "\"";
+  for (const char c : name) text += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return text + "\"";
+}
+
+std::string sql_type(const Field &field) {
+  const Params &p = field.params;
+  const int extra = (field.type->keys & kDecimals) != 0 && field.type->bytes <= 8 ? 1 : 0;
+  const int count = std::max(field.type->count == 0 ? p.n : field.type->count + extra, p.decimals);
+  std::string text = field.type->sql;
+  const auto put = [&](std::string_view mark, int number) {
+    const std::size_t at = text.find(mark);
+    if (at != std::string::npos) text.replace(at, mark.size(), std::to_string(number));
+  };
+  put("%d", count);
+  put("%s", p.decimals);
+  return text;
+}
+
+std::string sql_column(const RecordType &record, const Column &column) {
+  if (column.fields.size() == 1) return sql_type(record.fields[column.fields[0]]);
+  const bool moment = column.fields.size() == 2 &&
+                      std::string_view(record.fields[column.fields[0]].type->sql) == "DATE" &&
+                      std::string_view(record.fields[column.fields[1]].type->sql) == "TIME";
+  return moment ? "TIMESTAMP" : "VARCHAR(100)";
+}
+
+}  // namespace
+
+std::string c_header(const Layout &layout) {
+  std::vector<std::string> taken;
+  std::vector<std::string> guards;
+  const std::string guard = capitals(c_name(layout.name, guards)) + "_RECORD_H";
+  std::string text = "/* Made by \"campotipo layout --header\" from " + in_comment(layout.file) +
+                     ". */\n#ifndef " + guard + "\n#define " + guard + "\n";
+  for (const RecordType &record : layout.types) {
+    text += "\n/* Record " + in_comment(record.name) + " */\n";
+    text += c_struct(record, c_name(record.name, taken));
+  }
+  return text + "\n#endif\n";
+}
+
+std::string sql_tables(const Layout &layout) {
+  std::string text;
+  for (const RecordType &record : layout.types) {
+    text +=
+        (text.empty() ? "" : "\n") + std::string("CREATE TABLE ") + quoted(record.name) + " (\n";
+    for (std::size_t i = 0; i < record.columns.size(); ++i) {
+      const Column &column = record.columns[i];
+      text += "  " + quoted(column.name) + " " + sql_column(record, column) +
+              (i + 1 < record.columns.size() ? ",\n" : "\n");
+    }
+    text += ");\n";
+  }
+  return text;
+}
+
+}  // namespace campotipo::tool

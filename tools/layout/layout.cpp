@@ -1,0 +1,87 @@
+#include "layout/layout.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+#include "text/scan.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+bool selects(const RecordType &type, const unsigned char *field, std::size_t bytes) {
+  return std::any_of(type.when.begin(), type.when.end(), [&](const std::string &stored) {
+    return std::memcmp(stored.data(), field, bytes) == 0;
+  });
+}
+
+bool smaller(const RecordType &a, const RecordType &b) { return a.bytes < b.bytes; }
+
+}  // namespace
+
+std::size_t Layout::least_bytes() const {
+  return std::min_element(types.begin(), types.end(), smaller)->bytes;
+}
+
+std::size_t Layout::most_bytes() const {
+  return std::max_element(types.begin(), types.end(), smaller)->bytes;
+}
+
+const RecordType *Layout::type_of(const unsigned char *record) const {
+  if (!several()) return types.data();
+  const RecordType *other = nullptr;
+  for (const RecordType &type : types) {
+    if (type.when.empty()) {
+      other = &type;
+    } else if (selects(type, record + select_offset, select_bytes)) {
+      return &type;
+    }
+  }
+  return other;
+}
+
+const RecordType *Layout::type_named(std::string_view wanted) const {
+  for (const RecordType &type : types) {
+    if (type.name == wanted) return &type;
+  }
+  return nullptr;
+}
+
+std::string field_text(const Field &field, const unsigned char *record) {
+  std::string text(field.type->room(field.params) + scan::kPadding, '\0');
+  const char *end = field.type->put(text.data(), record + field.offset, field.params);
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
+}
+
+bool field_empty(const Field &field, const unsigned char *record) {
+  const unsigned char *bytes = record + field.offset;
+  if (field.type->content != nullptr) return field.type->content(bytes, field.params) == 0;
+  return std::all_of(bytes, bytes + field.bytes, [](unsigned char byte) { return byte == 0; });
+}
+
+const char *field_fault(const Field &field, const unsigned char *record) {
+  const unsigned char *bytes = record + field.offset;
+  const char *fault = field.type->fault(bytes, field.params);
+  if (fault != nullptr || is_fill(*field.type)) return fault;
+  std::string text = field_text(field, record);
+  const std::size_t length = text.size();
+  if (field.check != nullptr && !holds(*field.check, text)) return field.check->fault;
+  text.resize(length + 1 + scan::kPadding);
+  std::vector<unsigned char> again(field.bytes);
+  if (is_bit_area(*field.type)) std::copy_n(bytes, field.bytes, again.begin());
+  field.type->take(again.data(), {text.data(), length}, field.params);
+  if (std::equal(again.begin(), again.end(), bytes)) return nullptr;
+  return "does not come back from its text";
+}
+
+std::string hex(const unsigned char *bytes, std::size_t count) {
+  std::string digits;
+  for (std::size_t i = 0; i < count; ++i) {
+    digits += "0123456789ABCDEF"[bytes[i] >> 4];
+    digits += "0123456789ABCDEF"[bytes[i] & 15];
+  }
+  return digits;
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fields/checks.hpp"
+#include "fields/type.hpp"
+
+namespace campotipo::tool {
+
+// A step on the way from a record to a field, as JSON nests them: a member of an object, or a place
+// in an array.
+struct PathStep {
+  std::string key;
+  int index = -1;  // below 0: a member
+  bool operator==(const PathStep &) const = default;
+};
+
+// One value of a record: a repeated field is as many of them, a bit area one for each part.
+struct Field {
+  std::string name;  // the path in one word: "itens_2.codigo"
+  std::string base;  // the name in the layout, without places in arrays: "itens.codigo"
+  std::vector<PathStep> path;
+  const FieldType *type = nullptr;
+  std::size_t offset = 0;
+  std::size_t bytes = 0;
+  Params params;
+  const NamedCheck *check = nullptr;
+  std::string column;  // of a CSV file
+  std::string join;    // text between this field and the one before it, in a shared column
+};
+
+// A column of a CSV file: one field, or some that stand behind one another in it.
+struct Column {
+  std::string name;
+  std::vector<std::size_t> fields;  // in order; places in RecordType::fields
+};
+
+// One kind of record.
+struct RecordType {
+  std::string name;
+  std::vector<Field> fields;  // those that have a text
+  std::vector<Field> fill;    // bytes that belong to nobody
+  std::vector<Column> columns;
+  std::size_t bytes = 0;
+  std::vector<std::string> when;  // stored forms of the selecting field; none: any other record
+};
+
+// Bytes of a file in front of or behind its records.
+struct Margin {
+  std::size_t bytes = 0;
+  std::string content;  // `bytes` of them where the layout tells, else none
+};
+
+// How long each record is, told in front of it.
+struct LengthPrefix {
+  int bytes = 0;     // 0: none
+  bool big = false;  // most significant byte first
+  bool counts_itself = false;
+};
+
+struct Layout {
+  std::string name;
+  std::string file;
+  Margin header;
+  Margin trailer;
+  LengthPrefix prefix;
+  int parcela_decimals = 4;
+  std::vector<RecordType> types;     // at least one
+  std::size_t select_offset = 0;     // of the field that tells the kinds apart
+  std::size_t select_bytes = 0;      // 0: there is one kind
+  std::vector<std::string> columns;  // of all kinds, in order; each name once
+
+  bool several() const { return types.size() > 1; }
+  std::size_t least_bytes() const;
+  std::size_t most_bytes() const;
+  bool fixed_size() const { return prefix.bytes == 0 && least_bytes() == most_bytes(); }
+
+  // The kind of a record of which select_offset + select_bytes are there; null if it is none.
+  const RecordType *type_of(const unsigned char *record) const;
+
+  const RecordType *type_named(std::string_view name) const;
+};
+
+// What is wrong with a value, null if it is well formed: by its type, by its check, or because its
+// text does not give its bytes back.
+const char *field_fault(const Field &field, const unsigned char *record);
+
+// The text of a value, for messages and pages.
+std::string field_text(const Field &field, const unsigned char *record);
+
+bool field_empty(const Field &field, const unsigned char *record);
+
+// Bytes in hexadecimal digits.
+std::string hex(const unsigned char *bytes, std::size_t count);
+
+}  // namespace campotipo::tool

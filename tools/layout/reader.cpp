@@ -1,0 +1,191 @@
+#include "layout/reader.hpp"
+
+#include <campotipo-support/money.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "app/failure.hpp"
+#include "app/input.hpp"
+#include "layout/record_builder.hpp"
+#include "layout/toml_table.hpp"
+#include "text/charset.hpp"
+#include "text/scan.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr std::size_t kMostText = 8U << 20;
+constexpr std::int64_t kMostMargin = 1 << 24;
+
+Margin read_margin(TomlTable &top, const std::string &key) {
+  const std::string expected = "a number of bytes, or { hex = \"...\" }";
+  Margin margin;
+  const toml::node *node = top.node(key);
+  if (node == nullptr) return margin;
+  if (node->is_integer()) {
+    margin.bytes = static_cast<std::size_t>(*top.number(key, 0, kMostMargin));
+    return margin;
+  }
+  const toml::table *inner = top.table(key, expected);
+  TomlTable table(*inner, top.file(), key);
+  const auto content = table.bytes("hex");
+  if (!content) table.expected("hex", expected);
+  margin.content = *content;
+  margin.bytes = content->size();
+  table.finish();
+  return margin;
+}
+
+LengthPrefix read_prefix(TomlTable &top) {
+  LengthPrefix prefix;
+  const toml::table *inner = top.table("length", "{ bytes = 2 }");
+  if (inner == nullptr) return prefix;
+  TomlTable table(*inner, top.file(), "length");
+  const auto bytes = table.number("bytes", 1, 8);
+  if (!bytes) table.expected("bytes", "how many bytes tell the length of a record");
+  prefix.bytes = static_cast<int>(*bytes);
+  prefix.big = table.choice("order", {"little", "big"}).value_or(0) == 1;
+  prefix.counts_itself = table.flag("counts_itself");
+  table.finish();
+  return prefix;
+}
+
+void check_size(TomlTable &table, const RecordType &record) {
+  const auto size = table.number("size", 1, std::int64_t{1} << 30);
+  if (size && static_cast<std::size_t>(*size) != record.bytes) {
+    table.fault("size", "the fields take " + std::to_string(record.bytes) + " bytes, expected " +
+                            std::to_string(*size));
+  }
+}
+
+RecordType read_record(TomlTable &table, const FieldDefaults &defaults, const std::string &name) {
+  RecordType record;
+  record.name = name;
+  RecordBuilder builder(record, defaults);
+  builder.add_all(table, "field");
+  builder.make_columns(table);
+  if (record.fields.empty()) table.expected("field", "a field that is no fill");
+  check_size(table, record);
+  return record;
+}
+
+const Field &selecting_field(const TomlTable &table, const RecordType &record,
+                             const std::string &name) {
+  for (const Field &field : record.fields) {
+    if (field.name == name) return field;
+  }
+  table.expected("field", "a field called \"" + name + "\", which tells the records apart");
+}
+
+std::string stored_form(const TomlTable &table, const Field &field, const std::string &text) {
+  std::vector<unsigned char> bytes(field.bytes);
+  std::string padded = text;
+  padded.resize(text.size() + 1 + scan::kPadding);
+  const char *lost = field.type->take(bytes.data(), {padded.data(), text.size()}, field.params);
+  if (lost != nullptr) {
+    table.expected("when", "a value of \"" + field.name + "\" (\"" + text + "\" " + lost + ")");
+  }
+  return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
+
+void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
+                const std::string &select) {
+  const std::string name = table.required_text("name", "a name");
+  if (layout.type_named(name) != nullptr) table.expected("name", "each record's name once");
+  table.rename("record \"" + name + "\"");
+  RecordType record = read_record(table, defaults, name);
+  const Field &field = selecting_field(table, record, select);
+  if (layout.types.empty()) {
+    layout.select_offset = field.offset;
+    layout.select_bytes = field.bytes;
+  } else if (field.offset != layout.select_offset || field.bytes != layout.select_bytes) {
+    table.fault("field", "\"" + select + "\" stands at byte " + std::to_string(field.offset) +
+                             ", expected the place and size it has in the other records");
+  }
+  for (const std::string &text : table.texts("when", "a value or some of them")) {
+    record.when.push_back(stored_form(table, field, text));
+  }
+  if (record.when.empty()) {
+    for (const RecordType &other : layout.types) {
+      if (other.when.empty()) table.expected("when", "a value, for all records but one");
+    }
+  }
+  table.finish();
+  layout.types.push_back(std::move(record));
+}
+
+void read_records(TomlTable &top, Layout &layout, const FieldDefaults &defaults) {
+  const std::string select =
+      top.required_text("select", "the name of the field that tells the records apart");
+  if (top.has("field")) top.expected("field", "the fields inside the records");
+  const toml::array *records = top.array("record", "an array of tables, [[record]]");
+  if (records->empty()) top.expected("record", "at least one record");
+  for (const toml::node &node : *records) {
+    TomlTable table = top.element(node, "a record");
+    add_record(table, layout, defaults, select);
+  }
+}
+
+void gather_columns(Layout &layout) {
+  for (const RecordType &record : layout.types) {
+    for (const Column &column : record.columns) {
+      const auto &known = layout.columns;
+      if (std::find(known.begin(), known.end(), column.name) == known.end()) {
+        layout.columns.push_back(column.name);
+      }
+      if (layout.several() && column.name == "record") {
+        throw Failure(layout.file + ": record \"" + record.name +
+                      "\": the column \"record\" tells the kind, expected another name");
+      }
+    }
+  }
+}
+
+Layout read_top(const toml::table &root, const std::string &name) {
+  Layout layout;
+  layout.file = name;
+  TomlTable top(root, name, "");
+  layout.name = top.required_text("name", "the name of the record");
+  FieldDefaults defaults;
+  try {
+    defaults.charset = charset_named(top.text("encoding").value_or("ISO-8859-1"));
+  } catch (const std::invalid_argument &error) {
+    top.expected("encoding", error.what());
+  }
+  layout.parcela_decimals = static_cast<int>(top.number("parcela_decimals", 0, 18).value_or(4));
+  defaults.parcela_decimals = layout.parcela_decimals;
+  PARCELA_fixo = layout.parcela_decimals;
+  layout.header = read_margin(top, "header");
+  layout.trailer = read_margin(top, "trailer");
+  layout.prefix = read_prefix(top);
+  if (top.has("record")) {
+    read_records(top, layout, defaults);
+  } else {
+    layout.types.push_back(read_record(top, defaults, layout.name));
+  }
+  gather_columns(layout);
+  top.finish();
+  return layout;
+}
+
+}  // namespace
+
+Layout parse_layout(std::string_view text, const std::string &name) {
+  try {
+    return read_top(toml::parse(text, name), name);
+  } catch (const toml::parse_error &error) {
+    layout_fault(name, error.source(), std::string(error.description()));
+  }
+}
+
+Layout read_layout(const std::string &path) {
+  Input input(path);
+  std::string text(kMostText + 1, '\0');
+  text.resize(input.read(text.data(), text.size()));
+  if (text.size() > kMostText) throw Failure(input.name() + ": too large for a layout");
+  return parse_layout(text, input.name());
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,188 @@
+#include "layout/record_builder.hpp"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "fields/bits.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr std::int64_t kMostRepeats = 10000;
+constexpr std::size_t kMostFields = 20000;
+constexpr std::size_t kMostRecordBytes = 16U << 20;
+constexpr int kMostDepth = 8;
+constexpr std::size_t kLongestName = 200;
+
+std::string path_name(const std::vector<PathStep> &path, bool with_places) {
+  std::string name;
+  for (const PathStep &step : path) {
+    if (step.index < 0) {
+      name += (name.empty() ? "" : ".") + step.key;
+    } else if (with_places) {
+      name += "_" + std::to_string(step.index + 1);
+    }
+  }
+  return name;
+}
+
+void check_name(const TomlTable &table, const std::string &name) {
+  const bool good =
+      name.size() <= kLongestName && std::all_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) > ' ' && c != '.' && c != ',' && c != '"';
+      });
+  if (!good) table.expected("name", "a name without blanks, points, commas and quotes");
+}
+
+}  // namespace
+
+void RecordBuilder::add_all(TomlTable &table, const std::string &key) {
+  const toml::array *fields = table.array(key, "an array of tables, [[" + key + "]]");
+  if (fields == nullptr || fields->empty()) table.expected(key, "at least one field");
+  add_list(*fields, table, {}, 0);
+}
+
+void RecordBuilder::add_list(const toml::array &fields, const TomlTable &owner, const Place &place,
+                             int depth) {
+  std::set<std::string> names;
+  for (const toml::node &node : fields) {
+    const std::string name = add(node, owner, place, depth);
+    if (!name.empty() && !names.insert(name).second) {
+      owner.fault_at(node, "two fields are called \"" + name + "\", expected each name once");
+    }
+  }
+}
+
+std::string RecordBuilder::add(const toml::node &node, const TomlTable &owner, const Place &place,
+                               int depth) {
+  TomlTable table = owner.element(node, "a field");
+  const bool fill = table.text("type").value_or("") == "fill";
+  const std::string name =
+      fill ? table.text("name").value_or("fill") : table.required_text("name", "a name");
+  check_name(table, name);
+  if (depth >= kMostDepth) table.expected("field", "at most 8 groups inside one another");
+  const auto count = table.number("count", 1, kMostRepeats);
+  if (!count) add_once(node, owner, place, name, -1, depth);
+  for (int i = 0; count && i < *count; ++i) add_once(node, owner, place, name, i, depth);
+  return fill ? "" : name;
+}
+
+void RecordBuilder::add_once(const toml::node &node, const TomlTable &owner, const Place &place,
+                             const std::string &name, int index, int depth) {
+  TomlTable table = owner.element(node, "field \"" + name + "\"");
+  table.node("name");
+  table.node("count");
+  Place mine = place;
+  mine.path.push_back({name, -1});
+  if (index >= 0) {
+    mine.path.push_back({"", index});
+    mine.suffix += "_" + std::to_string(index + 1);
+  }
+  if (table.has("field")) {
+    const toml::array *fields = table.array("field", "an array of tables");
+    if (fields->empty()) table.expected("field", "at least one field in the group");
+    add_list(*fields, table, mine, depth + 1);
+  } else {
+    add_value(table, mine);
+  }
+  table.finish();
+}
+
+void RecordBuilder::add_value(TomlTable &table, const Place &place) {
+  const TypedField typed = read_typed_field(table, *defaults_);
+  Field field;
+  field.type = typed.type;
+  field.params = typed.params;
+  field.check = typed.check;
+  field.path = place.path;
+  field.offset = record_->bytes;
+  field.join = table.text("join").value_or("");
+  if (const auto column = table.text("column")) field.column = *column + place.suffix;
+  if (is_bit_area(*field.type)) return add_parts(table, std::move(field), place);
+  field.bytes = static_cast<std::size_t>(field.params.bytes);
+  record_->bytes += field.bytes;
+  push(table, std::move(field));
+}
+
+void RecordBuilder::add_parts(TomlTable &table, Field area, const Place &place) {
+  const std::string expected = "the parts of the area, as { name = \"x\", bits = 3 } or 3";
+  area.params.big = table.choice("order", {"little", "big"}).value_or(0) == 1;
+  const toml::array *parts = table.array("bits", expected);
+  if (parts == nullptr || parts->empty() || parts->size() > 4096) table.expected("bits", expected);
+  std::vector<Field> fields;
+  int bits = 0;
+  for (const toml::node &node : *parts) {
+    Field part = area;
+    std::string name = "parte" + std::to_string(fields.size() + 1);
+    std::int64_t width = node.is_integer() ? node.as_integer()->get() : 0;
+    if (node.is_table()) {
+      TomlTable inner = table.element(node, "part of a bit area");
+      name = inner.required_text("name", "a name");
+      check_name(inner, name);
+      width = inner.number("bits", 1, bits::kWidest).value_or(0);
+      const auto column = inner.text("column");
+      part.column = column ? *column + place.suffix : "";
+      inner.finish();
+    } else {
+      part.column.clear();
+    }
+    if (width < 1 || width > bits::kWidest) {
+      table.fault_at(node, "bits: expected 1 to " + std::to_string(bits::kWidest) + " bits");
+    }
+    part.path.push_back({name, -1});
+    part.params.start = bits;
+    part.params.n = static_cast<int>(width);
+    bits += static_cast<int>(width);
+    fields.push_back(std::move(part));
+  }
+  fields.back().params.area_bits = bits;
+  const std::size_t bytes = static_cast<std::size_t>(bits + 7) / 8;
+  record_->bytes += bytes;
+  for (Field &part : fields) {
+    part.bytes = bytes;
+    part.params.bytes = static_cast<int>(bytes);
+    push(table, std::move(part));
+  }
+}
+
+void RecordBuilder::push(const TomlTable &table, Field field) {
+  field.name = path_name(field.path, true);
+  field.base = path_name(field.path, false);
+  if (field.column.empty()) field.column = field.name;
+  if (record_->bytes > kMostRecordBytes) table.expected("", "a record of at most 16 MiB");
+  auto &list = is_fill(*field.type) ? record_->fill : record_->fields;
+  if (list.size() >= kMostFields) table.expected("", "at most 20000 fields in a record");
+  list.push_back(std::move(field));
+}
+
+void RecordBuilder::make_columns(const TomlTable &table) {
+  std::map<std::string, std::size_t> places;
+  std::map<std::string, std::size_t> names;
+  for (std::size_t i = 0; i < record_->fields.size(); ++i) {
+    const Field &field = record_->fields[i];
+    if (!names.emplace(field.name, i).second) {
+      table.fault("", "two fields are called \"" + field.name + "\", expected each name once");
+    }
+    const auto [place, fresh] = places.emplace(field.column, record_->columns.size());
+    if (fresh) {
+      record_->columns.push_back({field.column, {i}});
+      continue;
+    }
+    Column &column = record_->columns[place->second];
+    const Field &before = record_->fields[column.fields.back()];
+    const std::string both = "\"" + before.name + "\" and \"" + field.name + "\"";
+    if (field.join.empty() || field.join.find_first_not_of(" ;|_T") != std::string::npos) {
+      table.fault("",
+                  both + " share the column \"" + field.column +
+                      "\", expected a join of blank, \"T\", \";\", \"|\" or \"_\" in the second");
+    }
+    if ((before.type->traits & kNoBlank) == 0) {
+      table.fault("", both + " share a column, expected a number, date or time as the first");
+    }
+    column.fields.push_back(i);
+  }
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,65 @@
+#include "records/examiner.hpp"
+
+#include "text/quote.hpp"
+
+namespace campotipo::tool {
+
+std::string field_label(const Layout &layout, const RecordType &type, const Field &field) {
+  return layout.several() ? type.name + "." + field.name : field.name;
+}
+
+void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &record,
+                       const Field &field) {
+  const unsigned char *bytes = block.record(record);
+  const char *fault = field_fault(field, bytes);
+  if (fault == nullptr) return;
+  const auto number = block.first + static_cast<std::uint64_t>(&record - block.records.data());
+  const std::string text = field_text(field, bytes);
+  const std::string shown = hex(bytes + field.offset, std::min<std::size_t>(field.bytes, 24));
+  findings_.add(field_label(*layout_, *record.type, field), fault,
+                {number, block.place(record) + field.offset,
+                 text.empty() ? "bytes " + shown : shortened(text) + " (" + shown + ")"});
+}
+
+void Examiner::add(const RecordBlock &block) {
+  for (const RecordBlock::Record &record : block.records) {
+    for (const Field &field : record.type->fields) examine(block, record, field);
+    for (const Field &field : record.type->fill) examine(block, record, field);
+  }
+  records_ += block.records.size();
+  for (const StreamFault &fault : block.faults) {
+    findings_.add("(record)", fault.what, {fault.record, fault.offset, ""});
+  }
+}
+
+std::string Examiner::summary() const {
+  std::string text =
+      file_ + ": " + std::to_string(records_) + " records of " + layout_->name + ", ";
+  if (findings_.empty()) return text + "every value well formed";
+  return text + std::to_string(findings_.total()) + " findings";
+}
+
+std::string Examiner::json() const {
+  std::string out = "{\"file\":" + json_string(file_) +
+                    ",\"layout\":" + json_string(layout_->file) +
+                    ",\"records\":" + std::to_string(records_) +
+                    ",\"findings\":" + std::to_string(findings_.total()) + ",\"fields\":[";
+  bool first = true;
+  for (const Tally::Line &line : findings_.lines()) {
+    out += std::string(first ? "" : ",") + "{\"field\":" + json_string(line.field) +
+           ",\"what\":" + json_string(line.what) +
+           ",\"count\":" + std::to_string(line.entry.count) + ",\"places\":[";
+    first = true;
+    for (const Place &place : line.entry.places) {
+      out += std::string(first ? "" : ",") + "{\"record\":" + std::to_string(place.record) +
+             ",\"byte\":" + std::to_string(place.offset) +
+             ",\"value\":" + json_string(place.value) + "}";
+      first = false;
+    }
+    out += "]}";
+    first = false;
+  }
+  return out + "]}\n";
+}
+
+}  // namespace campotipo::tool

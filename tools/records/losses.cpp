@@ -1,0 +1,46 @@
+#include "records/losses.hpp"
+
+#include "text/quote.hpp"
+#include "text/utf8.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+constexpr std::size_t kLongest = 48;
+}  // namespace
+
+std::string shortened(const std::string &text) {
+  std::size_t at = 0;
+  for (std::size_t count = 0; at < text.size() && count < kLongest; ++count) utf8::next(text, at);
+  return printable(at < text.size() ? text.substr(0, at) + "..." : text);
+}
+
+Tally::Entry &Tally::entry(const std::string &field, const std::string &what) {
+  const auto [found, fresh] = known_.try_emplace({field, what}, lines_.size());
+  if (fresh) lines_.push_back({field, what, {}});
+  return lines_[found->second].entry;
+}
+
+bool Tally::add(const std::string &field, const std::string &what, const Place &place) {
+  Entry &counted = entry(field, what);
+  ++counted.count;
+  ++total_;
+  if (counted.places.size() >= kPlaces) return false;
+  counted.places.push_back(place);
+  return true;
+}
+
+void Tally::merge(const Tally &other, std::uint64_t records) {
+  for (const Line &line : other.lines_) {
+    Entry &counted = entry(line.field, line.what);
+    counted.count += line.entry.count;
+    for (Place place : line.entry.places) {
+      if (counted.places.size() >= kPlaces) break;
+      place.record += records;
+      counted.places.push_back(std::move(place));
+    }
+  }
+  total_ += other.total_;
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "layout/layout.hpp"
+
+namespace campotipo::tool {
+
+// A value that is not what it should be, and where.
+struct Place {
+  std::uint64_t record = 0;  // from 1
+  std::uint64_t offset = 0;  // in the file
+  std::string value;         // as it stands there, shortened
+};
+
+// Values counted by field and by what is wrong with them, with the first places.
+class Tally {
+ public:
+  static constexpr std::size_t kPlaces = 5;
+
+  struct Entry {
+    std::uint64_t count = 0;
+    std::vector<Place> places;
+  };
+
+  // True if the place was kept: the value may then be told to `place(...)`.
+  bool add(const std::string &field, const std::string &what, const Place &place);
+
+  // Takes over what was counted elsewhere, whose records are numbered from 1 on after `records`.
+  void merge(const Tally &other, std::uint64_t records);
+
+  std::uint64_t total() const { return total_; }
+  bool empty() const { return total_ == 0; }
+
+  // In the order in which each pair was first met.
+  struct Line {
+    std::string field;
+    std::string what;
+    Entry entry;
+  };
+  const std::vector<Line> &lines() const { return lines_; }
+
+ private:
+  Entry &entry(const std::string &field, const std::string &what);
+
+  std::map<std::pair<std::string, std::string>, std::size_t> known_;
+  std::vector<Line> lines_;
+  std::uint64_t total_ = 0;
+};
+
+// A value short enough for a message.
+std::string shortened(const std::string &text);
+
+}  // namespace campotipo::tool

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "layout/layout.hpp"
+#include "records/buffer.hpp"
+
+namespace campotipo::tool {
+
+// What stands between the quotes, commas and braces of an output: decided once for a kind of
+// record, then run for each record.
+class Program {
+ public:
+  // Writes one record.
+  void run(const unsigned char *record, Buffer &out) const;
+
+ private:
+  friend class CsvProgram;
+  friend class JsonProgram;
+
+  enum class Style : std::uint8_t {
+    kRaw,         // needs nothing
+    kCsv,         // quotes where the text needs them
+    kCsvAlone,    // the same, and "" for no text: the only cell of a row
+    kJson,        // between quotes, with escapes
+    kJsonOrNull,  // null for no text
+    kShared,      // a CSV cell of several fields
+    kHex,
+  };
+
+  struct Step {
+    decltype(FieldType::put) put = nullptr;
+    const Params *params = nullptr;
+    std::uint32_t offset = 0;
+    std::uint32_t bytes = 0;
+    std::uint32_t prefix = 0;  // place in `literals_` of what stands before the value
+    std::uint16_t prefix_length = 0;
+    Style style = Style::kRaw;
+    std::uint32_t shared = 0;  // place in `shared_`
+  };
+
+  // A field of a cell that several share, and its text where it has no value.
+  struct Shared {
+    const Field *field;
+    std::string empty;
+  };
+
+  char *run_styled(const Step &step, const unsigned char *record, char *out) const;
+  char *run_shared(const Step &step, const unsigned char *record, char *out) const;
+  void add(const Field &field, const std::string &prefix, Style style, std::size_t growth);
+  void add_shared(const RecordType &type, const Column &column, const std::string &prefix,
+                  Style style);
+  void add_literal(Step &step, const std::string &prefix);
+
+  std::vector<Step> steps_;
+  std::vector<std::vector<Shared>> shared_;
+  std::string literals_;
+  std::string suffix_;
+  std::size_t room_ = 64;
+};
+
+// The columns that an output shows, of those that the layout knows; all of them where no name is
+// given. A name may be that of a column, a field, a repeated field or a group.
+std::vector<std::string> chosen_columns(const Layout &layout,
+                                        const std::vector<std::string> &names);
+
+// The programs of a layout, one for each kind of record, in the order of its kinds. `layout` has to
+// outlive them.
+std::vector<Program> csv_programs(const Layout &layout, const std::vector<std::string> &columns,
+                                  bool hex, const std::string &line_end);
+std::vector<Program> json_programs(const Layout &layout, const std::vector<std::string> &columns,
+                                   bool hex);
+
+// The row of names in front of the records.
+std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
+                       const std::string &line_end);
+
+// Name of the column that tells the kind of a record, where there are several.
+constexpr const char *kKindColumn = "record";
+
+}  // namespace campotipo::tool

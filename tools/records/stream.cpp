@@ -1,0 +1,165 @@
+#include "records/stream.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+namespace campotipo::tool {
+
+namespace {
+constexpr std::size_t kBlock = 256U << 10;
+
+// How much longer than told a record may be for what stands behind it to be read on.
+constexpr std::size_t kTolerance = 1U << 20;
+}  // namespace
+
+std::string StreamFault::text() const {
+  const std::string where = record == 0 ? "" : "record " + std::to_string(record) + ", ";
+  return where + "byte " + std::to_string(offset) + ": " + what;
+}
+
+RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on)
+    : RecordStream(input, layout, go_on, Range{}) {}
+
+RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on, Range range)
+    : input_(&input), layout_(&layout), go_on_(go_on), from_(range.from) {
+  constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
+  end_ = range.count < kMost - from_ ? from_ + range.count : kMost;
+}
+
+void RecordStream::fault(RecordBlock &block, std::size_t at, std::uint64_t record,
+                         const std::string &what) {
+  block.faults.push_back({record, block.offset + at, what});
+  if (!go_on_) done_ = true;
+}
+
+// The header, and the records in front of the first one wanted where they need not be read.
+void RecordStream::begin(RecordBlock &block) {
+  begun_ = true;
+  const std::size_t header = layout_->header.bytes;
+  std::string bytes(header, '\0');
+  const std::size_t got = input_->read(bytes.data(), header);
+  if (got < header) {
+    fault(block, got, 0, "the file ends inside its header of " + std::to_string(header) + " bytes");
+    done_ = true;
+  } else if (go_on_ && !layout_->header.content.empty() && bytes != layout_->header.content) {
+    fault(block, 0, 0, "the header holds other bytes than told");
+  }
+  offset_ = header;
+  const std::uint64_t skipped = from_ - 1;
+  const std::size_t size = layout_->most_bytes();
+  if (skipped == 0 || done_ || !layout_->fixed_size()) return;
+  const std::uint64_t room = input_->size() > header ? (input_->size() - header) / size : 0;
+  if (skipped < room && input_->skip(skipped * size)) {
+    offset_ += skipped * size;
+    next_ += skipped;
+  }
+}
+
+void RecordStream::read_more(RecordBlock &block) {
+  const std::size_t least = layout_->trailer.bytes + layout_->most_bytes() + 8;
+  const std::size_t wanted = std::max(kBlock, 2 * least);
+  block.bytes.resize(std::max(wanted, rest_.size() + least));
+  std::copy(rest_.begin(), rest_.end(), block.bytes.begin());
+  const std::size_t kept = rest_.size();
+  const std::size_t got = input_->read(block.bytes.data() + kept, block.bytes.size() - kept);
+  ended_ = kept + got < block.bytes.size();
+  block.bytes.resize(kept + got);
+}
+
+std::size_t RecordStream::stored_length(const unsigned char *prefix) const {
+  std::size_t length = 0;
+  const int bytes = layout_->prefix.bytes;
+  for (int i = 0; i < bytes; ++i) {
+    length = length << 8 | prefix[layout_->prefix.big ? i : bytes - 1 - i];
+  }
+  if (!layout_->prefix.counts_itself) return length;
+  return length < static_cast<std::size_t>(bytes) ? 0 : length - static_cast<std::size_t>(bytes);
+}
+
+// False where the next record is not whole yet, or nothing can be read behind it.
+bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t &at) {
+  const auto prefix = static_cast<std::size_t>(layout_->prefix.bytes);
+  const std::size_t select = layout_->select_offset + layout_->select_bytes;
+  const std::size_t left = usable - at;
+  const unsigned char *record = block.bytes.data() + at + prefix;
+  if (left < prefix + (prefix == 0 ? select : 0) || left == 0) return false;
+  std::size_t length = prefix == 0 ? layout_->most_bytes() : stored_length(record - prefix);
+  if (prefix != 0 && length > layout_->most_bytes() + (go_on_ ? kTolerance : 0)) {
+    done_ = true;
+    fault(block, at, next_,
+          "a record of " + std::to_string(length) + " bytes, expected at most " +
+              std::to_string(layout_->most_bytes()));
+    return false;
+  }
+  const bool known_place = prefix == 0 || length >= select;
+  if (prefix != 0 && left - prefix < length) return false;
+  const RecordType *type = known_place ? layout_->type_of(record) : nullptr;
+  if (type == nullptr) {
+    fault(block, at + prefix + (known_place ? layout_->select_offset : 0), next_,
+          known_place ? "a record of no kind that the layout knows" : "a record too short");
+    if (prefix == 0 && !layout_->fixed_size()) done_ = true;
+    if (done_) return false;
+  } else if (prefix == 0) {
+    length = type->bytes;
+  } else if (length != type->bytes) {
+    fault(block, at, next_,
+          "a record of " + std::to_string(length) + " bytes, expected " +
+              std::to_string(type->bytes));
+    if (done_) return false;
+    type = nullptr;
+  }
+  if (left - prefix < length) return false;
+  if (next_ >= from_ && type != nullptr) {
+    if (block.records.empty()) block.first = next_;
+    block.records.push_back({at + prefix, type});
+  }
+  at += prefix + length;
+  ++next_;
+  return true;
+}
+
+void RecordStream::split(RecordBlock &block, std::size_t usable) {
+  std::size_t at = 0;
+  while (!done_ && next_ < end_ && split_one(block, usable, at)) {
+  }
+  if (next_ >= end_) done_ = true;
+  if (done_) return;
+  rest_.assign(block.bytes.begin() + static_cast<std::ptrdiff_t>(at), block.bytes.end());
+  offset_ = block.offset + at;
+  if (ended_) finish(block, at);
+}
+
+// The end of the file: what stands there is the trailer and nothing else.
+void RecordStream::finish(RecordBlock &block, std::size_t at) {
+  done_ = true;
+  const Margin &trailer = layout_->trailer;
+  const std::size_t left = block.bytes.size() - at;
+  if (left < trailer.bytes) {
+    fault(block, at, 0,
+          "the file ends inside its trailer of " + std::to_string(trailer.bytes) + " bytes");
+  } else if (left > trailer.bytes) {
+    fault(block, at, next_,
+          "the file ends inside the record, " + std::to_string(left - trailer.bytes) +
+              " bytes into it");
+  } else if (go_on_ && !trailer.content.empty() &&
+             std::memcmp(block.bytes.data() + at, trailer.content.data(), left) != 0) {
+    fault(block, at, 0, "the trailer holds other bytes than told");
+  }
+}
+
+bool RecordStream::fill(RecordBlock &block) {
+  block.records.clear();
+  block.faults.clear();
+  if (!begun_) begin(block);
+  while (!done_) {
+    block.offset = offset_;
+    block.first = next_;
+    read_more(block);
+    const std::size_t trailer = layout_->trailer.bytes;
+    split(block, block.bytes.size() > trailer ? block.bytes.size() - trailer : 0);
+    if (!block.records.empty() || !block.faults.empty()) return true;
+  }
+  return !block.faults.empty();
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "app/input.hpp"
+#include "layout/layout.hpp"
+
+namespace campotipo::tool {
+
+// Where the bytes of a file do not follow its layout.
+struct StreamFault {
+  std::uint64_t record = 0;  // from 1; 0: in front of or behind the records
+  std::uint64_t offset = 0;  // in the file
+  std::string what;
+
+  // "record 3, byte 126: ends inside ...".
+  std::string text() const;
+};
+
+// Whole records of a file, as they stand there.
+struct RecordBlock {
+  struct Record {
+    std::size_t at;  // in `bytes`
+    const RecordType *type;
+  };
+  std::vector<unsigned char> bytes;
+  std::vector<Record> records;
+  std::vector<StreamFault> faults;
+  std::uint64_t first = 1;   // number of the first record
+  std::uint64_t offset = 0;  // of `bytes` in the file
+
+  const unsigned char *record(const Record &which) const { return bytes.data() + which.at; }
+  std::uint64_t place(const Record &which) const { return offset + which.at; }
+};
+
+// Reads a file of records block by block, in memory that does not grow with it.
+class RecordStream {
+ public:
+  struct Range {
+    std::uint64_t from = 1;
+    std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
+  };
+
+  // go_on: a record that does not follow the layout is told and passed over, where its end is
+  // known; otherwise nothing is read behind it.
+  RecordStream(Input &input, const Layout &layout, bool go_on);
+  RecordStream(Input &input, const Layout &layout, bool go_on, Range range);
+
+  // The next records; false when there are no more and no fault is left to tell.
+  bool fill(RecordBlock &block);
+
+ private:
+  void begin(RecordBlock &block);
+  void read_more(RecordBlock &block);
+  void split(RecordBlock &block, std::size_t usable);
+  bool split_one(RecordBlock &block, std::size_t usable, std::size_t &at);
+  std::size_t stored_length(const unsigned char *prefix) const;
+  void fault(RecordBlock &block, std::size_t at, std::uint64_t record, const std::string &what);
+  void finish(RecordBlock &block, std::size_t at);
+
+  Input *input_;
+  const Layout *layout_;
+  bool go_on_;
+  std::uint64_t from_;
+  std::uint64_t end_;  // number behind the last record wanted
+  std::vector<unsigned char> rest_;
+  std::uint64_t offset_ = 0;  // of the bytes of `rest_` in the file
+  std::uint64_t next_ = 1;    // number of the next record
+  bool begun_ = false;
+  bool ended_ = false;  // nothing is left in the file
+  bool done_ = false;
+};
+
+}  // namespace campotipo::tool

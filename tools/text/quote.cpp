@@ -1,0 +1,122 @@
+#include "text/quote.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+#include "text/scan.hpp"
+#include "text/utf8.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+void add_escaped(std::string &out, char c) {
+  switch (c) {
+    case '"':
+      out += "\\\"";
+      return;
+    case '\\':
+      out += "\\\\";
+      return;
+    case '\n':
+      out += "\\n";
+      return;
+    case '\r':
+      out += "\\r";
+      return;
+    case '\t':
+      out += "\\t";
+      return;
+    default:
+      break;
+  }
+  if (static_cast<unsigned char>(c) >= 0x20) {
+    out += c;
+    return;
+  }
+  constexpr char kDigits[] = "0123456789abcdef";
+  out += "\\u00";
+  out += kDigits[static_cast<unsigned char>(c) >> 4];
+  out += kDigits[c & 15];
+}
+
+}  // namespace
+
+char *quote_csv(char *text, char *end) {
+  const std::string bytes(text, end);
+  *text++ = '"';
+  for (const char c : bytes) {
+    if (c == '"') *text++ = '"';
+    *text++ = c;
+  }
+  *text++ = '"';
+  return text;
+}
+
+char *escape_json(char *text, char *end) {
+  std::string escaped;
+  for (const char *at = text; at != end; ++at) add_escaped(escaped, *at);
+  return std::copy(escaped.begin(), escaped.end(), text);
+}
+
+std::string csv_cell(std::string_view text) {
+  if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
+  std::string cell(2 * text.size() + 2, '\0');
+  std::copy(text.begin(), text.end(), cell.begin());
+  cell.resize(
+      static_cast<std::size_t>(quote_csv(cell.data(), cell.data() + text.size()) - cell.data()));
+  return cell;
+}
+
+std::string json_string(std::string_view text) {
+  std::string out = "\"";
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t start = at;
+    if (utf8::next(text, at) == utf8::kBad) {
+      out += "\\ufffd";
+    } else if (at - start == 1) {
+      add_escaped(out, text[start]);
+    } else {
+      out += text.substr(start, at - start);
+    }
+  }
+  return out + "\"";
+}
+
+std::string html(std::string_view text) {
+  std::string out;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t start = at;
+    const char32_t point = utf8::next(text, at);
+    if (point == '&') {
+      out += "&amp;";
+    } else if (point == '<') {
+      out += "&lt;";
+    } else if (point == '>') {
+      out += "&gt;";
+    } else if (point == '"') {
+      out += "&quot;";
+    } else if (point == utf8::kBad || point < 0x20 || (point >= 0x7F && point < 0xA0)) {
+      out += "\xC2\xB7";
+    } else {
+      out += text.substr(start, at - start);
+    }
+  }
+  return out;
+}
+
+std::string printable(std::string_view text) {
+  std::string out;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t start = at;
+    const char32_t point = utf8::next(text, at);
+    if (point == utf8::kBad || point < 0x20 || (point >= 0x7F && point < 0xA0)) {
+      out += "\xC2\xB7";
+    } else {
+      out += text.substr(start, at - start);
+    }
+  }
+  return out;
+}
+
+}  // namespace campotipo::tool
