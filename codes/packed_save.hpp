@@ -5,14 +5,15 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "base/bytes.hpp"
 #include "base/locale.hpp"
 #include "codes/alphabet.hpp"
 #include "codes/packed_block.hpp"
 
-// Text to packed code. Texts go in blocks of sixteen characters; what the blocks cannot hold, or what
-// needs characters to be passed over, goes one character at a time.
+// Text to packed code. Texts go in blocks of sixteen characters; what needs characters to be passed
+// over or has to be looked at twice goes one character at a time.
 namespace campotipo::codes::packed {
 
 // ---- Saving, one character at a time -----------------------------------------------------------
@@ -228,6 +229,39 @@ template <int blocks, class N>
                                     : save_by_character(dest, text, n, opc);
 }
 
+// Empties all positions from `position` on, and the spare bits.
+inline void clear_from(unsigned char *dest, int n, int position) {
+  const int bytes = CODALFA_BYTES(n);
+  const int first = 6 * position / 8;
+  if (first == bytes) return;
+  dest[first] &= static_cast<unsigned char>(~(0xFF >> 6 * position % 8));
+  std::memset(dest + first + 1, 0, static_cast<std::size_t>(bytes - first - 1));
+}
+
+// For more positions than a window shows: block after block, as long as the text gives no cause to
+// look ahead.
+[[gnu::noinline]] inline int save_long(unsigned char *dest, const char *text, int n, int opc) {
+  if (has_flag(opc, CODALFA_OPC_ZEROS | CODALFA_OPC_CORTA_ESQUERDA))
+    return save_by_character(dest, text, n, opc);
+  int length = 0;
+  bool ends = false;
+  bool folds = false;
+  for (int at = 0; at < n && !ends; at += kBlock) {
+    const char *from = text + at;
+    if (!bytes::same_page(from, kBlock)) return save_by_character(dest, text, n, opc);
+    const Window<1> window(from);
+    if (!window.all_have_codes(from) || (window.folds() && !window.only_letters_fold()))
+      return save_by_character(dest, text, n, opc);
+    if (window.length() != 0) length = at + window.length();
+    folds |= window.folds();
+    ends = window.ends();
+    window.codes.store(dest + at / kBlock * kBlockBytes, n - at, 0, kBlock);
+  }
+  if (!ends && length < n) return save_by_character(dest, text, n, opc);
+  clear_from(dest, n, length < n ? length : n);
+  return folds ? confirm_folding(dest, text, n, opc) : 1;
+}
+
 // 1, or 0 if a character without a code was passed over.
 template <class N>
 [[gnu::always_inline]] inline int save(unsigned char *dest, const char *text, N n, int opc) {
@@ -235,7 +269,7 @@ template <class N>
   if (n <= 1 * kBlock) return save_in_blocks<1>(dest, text, n, opc);
   if (n <= 2 * kBlock) return save_in_blocks<2>(dest, text, n, opc);
   if (n <= 3 * kBlock) return save_in_blocks<3>(dest, text, n, opc);
-  return save_by_character(dest, text, n, opc);
+  return save_long(dest, text, n, opc);
 }
 
 }  // namespace campotipo::codes::packed
