@@ -16,11 +16,7 @@ fault() { echo "FAULT: $*"; faults=$((faults + 1)); }
 cd "$work"
 while read -r name; do
   page=man3/$name.3
-  if [ ! -f "$page" ]; then
-    # An exported datum has no page of its own.
-    grep -rqE "extern .*\b$name\b" "$source/include" "$source/support/include" || fault "no page of $name"
-    continue
-  fi
+  [ -f "$page" ] || { fault "no page of $name"; continue; }
   target=$(sed -n 's/^\.so //p' "$page")
   [ -f "$target" ] || { fault "$page leads to $target"; continue; }
 done < <(cat "$source"/tests/abi/exports*.txt)

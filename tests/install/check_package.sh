@@ -17,15 +17,15 @@ for library in libcampotipo libcampotipo-support; do
 done
 while read -r name; do
   [ -e "$scratch/usr/share/man/man3/$name.3.gz" ] || fault "no manual page of $name"
-done < "$source/tests/abi/exports.txt"
-[ -f "$scratch/usr/share/doc/libcampotipo-doc/html/index.html" ] || fault "no reference"
+done < <(cat "$source"/tests/abi/exports*.txt)
+[ -f "$scratch/usr/share/doc/libcampotipo-dev/html/index.html" ] || fault "no reference"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export PKG_CONFIG_PATH=$libraries/pkgconfig
 [ "$(pkg-config --modversion campotipo)" = "$version" ] || fault "pkg-config tells another version"
 count=0
-for example in "$scratch"/usr/share/doc/libcampotipo-doc/examples/manual/*.c; do
+for example in "$scratch"/usr/share/doc/libcampotipo-dev/examples/manual/*.c; do
   # shellcheck disable=SC2046
   gcc -std=c99 "$example" -o "$work/example" $(pkg-config --cflags --libs campotipo campotipo-support)
   LD_LIBRARY_PATH=$libraries "$work/example" > "$work/output" || fault "$example fails"
