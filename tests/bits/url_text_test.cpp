@@ -104,6 +104,12 @@ class UrlTextTest : public testing::Test {
 
 TEST_F(UrlTextTest, EncodesAnyTextAndReadsItBack) { expect_any_text(); }
 
+TEST_F(UrlTextTest, EncodesAnyNumberOfEscapesBeforeMany) {
+  for (std::size_t few = 1; few < 200; ++few)
+    ASSERT_NO_FATAL_FAILURE(
+        expect_encode(std::string(few, ' ') + std::string(200 - few, '.') + std::string(200, ' ')));
+}
+
 TEST_F(UrlTextTest, FollowsTheLocaleAboveAscii) {
   const SingleByteLocale locale;
   if (!locale.set()) GTEST_SKIP() << "no single-byte locale can be made here";
