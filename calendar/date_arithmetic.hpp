@@ -47,6 +47,7 @@ constexpr WideDate date_after(std::uint64_t days) {
   const bytes::uint128 scaled = bytes::uint128{kYearsOfQuarters} * quarters;
   const auto year = static_cast<std::uint64_t>(scaled >> 64);
   const auto day =
+      // cppcheck-suppress shiftTooManyBits ; the product has 128 bits
       static_cast<std::uint32_t>((bytes::uint128{static_cast<std::uint64_t>(scaled)} * 1461) >> 66);
   const std::int64_t month = kMarchMonths[(2141 * day + 1305) >> 16];
   return (year << kYearShift) + static_cast<std::uint64_t>(month + day);
@@ -157,7 +158,7 @@ inline void advance_days(unsigned char *field, std::int32_t days) {
   const std::int32_t year = starting_year(number, date, format, days > -365 * kShortStepYears);
   const std::int64_t total =
       days_of_years(year) + from_year + (1461 * std::int64_t{kCyclesAhead} - 1);
-  store(field, number_after(format, static_cast<std::uint64_t>(total), -4 * kCyclesAhead));
+  store(field, number_after(format, static_cast<std::uint64_t>(total), 0u - 4 * kCyclesAhead));
 }
 
 // The same for steps by months.

@@ -37,7 +37,7 @@ inline constexpr unsigned kMaxLength = sizeof(Table::weights);
         continue;
       }
       length += static_cast<unsigned>(std::countr_zero(mask));
-      return text[length] == '\0' && length <= kMaxLength ? length : 0;
+      return length <= kMaxLength && text[length] == '\0' ? length : 0;
     }
     if (!vector::is_digit(text[length])) return text[length] == '\0' ? length : 0;
     ++length;

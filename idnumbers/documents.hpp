@@ -61,6 +61,7 @@ inline int treat_exactly(char *text, const Table &table, int make) {
 }
 
 struct CnpjAlfa : Cnpj {
+  // cppcheck-suppress duplInheritedMember ; the tables are the same, and this stands for the other
   static constexpr bool kLetters = true;
 };
 

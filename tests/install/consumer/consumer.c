@@ -13,7 +13,6 @@ int main(void) {
   DATAC_monta(date, 31, 1, 2024);
   DATAC_avanca_meses_dentro(date, 1);
   _QUANTIA_atov(&value, "1234.5");
-  printf("%s %s %s\n", CAMPOTIPO_VERSION, DATAC_edita4(text, date),
-         _QUANTIA_vtoa(amount, &value));
+  printf("%s %s %s\n", CAMPOTIPO_VERSION, DATAC_edita4(text, date), _QUANTIA_vtoa(amount, &value));
   return strcmp(text, "29/02/2024") != 0 || strcmp(amount, "1234.50") != 0;
 }
