@@ -2,7 +2,6 @@
 
 #include <campotipo/bits.h>
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -165,7 +164,7 @@ inline std::int64_t total_bits(const ZBTFIELD_CAMPO *entry) {
   return total;
 }
 
-// The fields of a table one by one, whatever their widths.
+// The fields of a table one by one, whatever their widths: a negative one moves the position back.
 template <class Order>
 [[gnu::noinline]] inline void unpack_each(unsigned char *record, const unsigned char *packed,
                                           const ZBTFIELD_CAMPO *entry, std::size_t position,
@@ -179,11 +178,11 @@ template <class Order>
 // The first eight bytes of a packed area, or all where there are fewer.
 template <class Order>
 inline std::uint64_t load_front(const unsigned char *packed, const ZBTFIELD_CAMPO *entry) {
-  std::int64_t total = 0;
-  for (; entry->bits > 0 && total <= 56; ++entry) total += entry->bits;
+  unsigned total = 0;
+  for (; entry->bits > 0 && total <= 56; ++entry) total += static_cast<unsigned>(entry->bits);
   if (total > 56) [[likely]]
     return Order::weigh(bytes::load<std::uint64_t>(packed));
-  return Order::weigh(bytes::load_low_bytes(packed, total > 0 ? bytes_for(total) : 0));
+  return Order::weigh(bytes::load_low_bytes(packed, bytes_for(total)));
 }
 
 template <class Order>
