@@ -1,5 +1,7 @@
+#include <campotipo/documents.h>
 #include <campotipo/idnumbers.h>
 
+#include <cstring>
 #include <random>
 #include <string>
 
@@ -78,6 +80,45 @@ void tables() {
   }
 }
 
+int naive_alfa(const char *text) {
+  static const int weights[] = {6, 5, 4, 3, 2, 9, 8, 7, 6, 5, 4, 3, 2};
+  for (int count = 12; count < 14; ++count) {
+    int total = 0;
+    for (int i = 0; i < count; ++i) total += (text[i] - '0') * weights[i + 13 - count];
+    const int digit = total % 11 < 2 ? 0 : 11 - total % 11;
+    if (text[count] - '0' != digit) return 0;
+  }
+  return 1;
+}
+
+void documents() {
+  static char letters[kInputs][16], punctuated[kInputs][24];
+  static char out[64];
+  std::mt19937 random(23);
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    for (int k = 0; k < 12; ++k)
+      letters[i][k] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[random() % 36];
+    std::memcpy(letters[i] + 12, "00", 3);
+    DOCUMENTO_valida_CNPJ_alfa(letters[i], 1);
+    if (random() % 4 == 0) letters[i][13] = static_cast<char>('0' + random() % 10);
+    DOCUMENTO_edita_CNPJ(punctuated[i], letters[i]);
+  }
+  const auto answer = [](int good) { return std::to_string(good); };
+  Task("idnumbers", "CNPJ with letters", 9)
+      .ours(
+          [&](std::size_t i) { keep(DOCUMENTO_valida_CNPJ_alfa(letters[i], 0)); },
+          [&, answer](std::size_t i) { return answer(DOCUMENTO_valida_CNPJ_alfa(letters[i], 0)); })
+      .peer(
+          "loop (inline)", [&](std::size_t i) { keep(naive_alfa(letters[i])); },
+          [&, answer](std::size_t i) { return answer(naive_alfa(letters[i])); });
+  Task("idnumbers", "CNPJ with letters, punctuate").ours([&](std::size_t i) {
+    DOCUMENTO_edita_CNPJ(out, letters[i]), clobber();
+  });
+  Task("idnumbers", "what a punctuated CNPJ can be").ours([&](std::size_t i) {
+    keep(DOCUMENTO_identifica(punctuated[i]));
+  });
+}
+
 void unique_numbers() {
   static char out[16];
   static const int parts[6] = {12, 345, 2024, 123456, 789, 2024};
@@ -93,6 +134,7 @@ void unique_numbers() {
 void register_idnumbers() {
   taxpayers();
   tables();
+  documents();
   unique_numbers();
 }
 
