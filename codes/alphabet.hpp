@@ -41,8 +41,8 @@ inline constexpr auto kEntries = [] {
 // The character of a code, and NUL where the code is none and so ends the data.
 inline constexpr auto kCharacterOfCode = [] {
   std::array<char, 64> characters{};
-  for (int place = 0; place < kCharacters; ++place)
-    characters[static_cast<std::size_t>(place + 1)] = kAlphabet[place];
+  std::size_t code = 0;
+  for (const char c : kAlphabet) characters[++code] = c;
   return characters;
 }();
 

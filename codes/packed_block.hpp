@@ -38,7 +38,7 @@ inline std::uint64_t high_word(__m128i vector) {
 }
 
 // The `count` bytes (1 or more; at most 16 are taken) of a field, zeros in the lanes behind them.
-inline __m128i load_bytes(const unsigned char *from, int count) {
+[[gnu::always_inline]] inline __m128i load_bytes(const unsigned char *from, int count) {
   if (count >= 16) return _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
   const auto size = static_cast<unsigned>(count);
   if (count < 8) return from_words(bytes::load_low_bytes(from, size), 0);
@@ -46,7 +46,7 @@ inline __m128i load_bytes(const unsigned char *from, int count) {
 }
 
 // The first `count` bytes (0 or more; at most 16 are written).
-inline void store_bytes(void *destination, __m128i vector, int count) {
+[[gnu::always_inline]] inline void store_bytes(void *destination, __m128i vector, int count) {
   auto *to = static_cast<unsigned char *>(destination);
   if (count >= 16) return _mm_storeu_si128(reinterpret_cast<__m128i *>(to), vector);
   const auto size = static_cast<unsigned>(count);
@@ -165,6 +165,7 @@ inline __m128i characters_of(__m128i stored) {
 
 inline std::uint64_t entries_of_eight(const char *text) {
   std::uint64_t entries = 0;
+#pragma GCC unroll 8
   for (int i = 0; i < 8; ++i)
     entries |= std::uint64_t{kEntries[static_cast<unsigned char>(text[i])]} << (8 * i);
   return entries;
@@ -194,6 +195,7 @@ inline __m128i pack(__m128i codes) {
 // The characters of the eight codes in the high 48 bits.
 inline std::uint64_t eight_characters(std::uint64_t stream) {
   std::uint64_t characters = 0;
+#pragma GCC unroll 8
   for (int i = 0; i < 8; ++i) {
     const auto code = static_cast<std::size_t>(stream >> (58 - 6 * i) & 63);
     characters |= std::uint64_t{static_cast<unsigned char>(kCharacterOfCode[code])} << (8 * i);

@@ -43,8 +43,8 @@ inline constinit std::atomic<int> greatest_character{0};
 inline int find_greatest_character() {
   int greatest = greatest_character.load(std::memory_order_relaxed);
   if (greatest != 0) return greatest;
-  for (const char *c = kAlphabet; *c != '\0'; ++c)
-    if (*c > greatest) greatest = *c;
+  for (const unsigned char c : kAlphabet)
+    if (c > greatest) greatest = c;
   greatest_character.store(greatest, std::memory_order_relaxed);
   return greatest;
 }

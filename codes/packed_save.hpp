@@ -105,6 +105,7 @@ struct Codes {
   // One bit a character: those whose code lies from `first` to `last`.
   std::uint64_t in_range(int first, int last) const {
     std::uint64_t mask = 0;
+#pragma GCC unroll 4
     for (int i = 0; i < blocks; ++i) {
       const __m128i place = _mm_sub_epi8(block[i], in_all_lanes(first));
       const __m128i nearest = _mm_min_epu8(place, in_all_lanes(last - first));
@@ -117,6 +118,7 @@ struct Codes {
   [[gnu::always_inline]] void store(unsigned char *dest, int n, int fill, int end) const {
     // Where the last byte has spare bits, the next code would end up in them.
     if (n % 4 != 0 && end > n) end = n;
+#pragma GCC unroll 4
     for (int i = 0; i < blocks; ++i) {
       __m128i codes = _mm_and_si128(block[i], lanes_below(end - kBlock * i));
       if (fill > 0) {
@@ -142,6 +144,7 @@ struct Window {
   std::uint64_t not_blank = 0;
 
   [[gnu::always_inline]] explicit Window(const char *text) {
+#pragma GCC unroll 4
     for (int i = 0; i < blocks; ++i) {
       const Classified block = classify(text + kBlock * i);
       const __m128i above_blank = _mm_cmpgt_epi8(block.codes, in_all_lanes(kBlankCode));
