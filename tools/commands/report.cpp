@@ -52,7 +52,7 @@ void first_reading(const Layout &layout, Input &input, Examiner &examiner, Repor
 
 void second_reading(const Layout &layout, Input &input, Report &report) {
   for (KindReport &kind : report.kinds) {
-    kind.histograms.assign(kind.fields.begin(), kind.fields.end());
+    for (const FieldStatistics &field : kind.fields) kind.histograms.emplace_back(field);
   }
   RecordStream stream(input, layout, true);
   RecordBlock block;

@@ -1,10 +1,11 @@
 #include "fields/dates.hpp"
 
 #include <campotipo-support/calendar.h>
-#include <campotipo-support/numbers.h>
 
 #include <cstring>
 #include <string_view>
+
+#include "text/scan.hpp"
 
 namespace campotipo::tool {
 
@@ -19,8 +20,11 @@ struct Part {
 constexpr Part kParts[] = {{"DD", 0}, {"MM", 2}, {"AAAA", 4}, {"AA", 6}};
 
 void add(DatePattern::Form &form, int digit, char character) {
-  form.digit[form.length] = static_cast<signed char>(digit);
-  form.character[form.length++] = character;
+  const std::size_t at = form.length++;
+  form.source[at] = digit < 0 ? DatePattern::kOwn : static_cast<unsigned char>(digit);
+  form.character[at] = digit < 0 ? character : '0';
+  form.above[at] = digit < 0 ? 0 : 9;
+  if (digit >= 0) form.place[static_cast<std::size_t>(digit)] = static_cast<unsigned char>(at);
 }
 
 void add_part(DatePattern &pattern, const Part &part) {
@@ -38,6 +42,11 @@ std::shared_ptr<const DatePattern> date_pattern(const std::string &text) {
   if (text.size() > DatePattern::kLongest) return nullptr;
   auto pattern = std::make_shared<DatePattern>();
   pattern->text = text;
+  pattern->brazilian = text == "DD/MM/AAAA";
+  for (DatePattern::Form *form : {&pattern->full, &pattern->two_digits}) {
+    form->place.fill(DatePattern::kOwn);
+    form->above.fill(0xFF);
+  }
   std::string_view left = text;
   int seen[3] = {};
   while (!left.empty()) {
@@ -68,6 +77,11 @@ namespace {
 
 constexpr std::uint32_t kPackedBit = 0x800000;
 constexpr std::uint32_t kGreatestDecimal = 999999;
+constexpr int kGreatestYear = 4095;
+
+std::uint32_t number_of(const unsigned char *field) {
+  return field[0] | std::uint32_t{field[1]} << 8 | std::uint32_t{field[2]} << 16;
+}
 
 struct Parts {
   int day = 0;
@@ -81,20 +95,24 @@ bool repeated(const Parts &d) {
   return d.day == d.month && d.day % 11 == 0 && d.day > 12 && d.day == d.year % 100;
 }
 
-bool read_form(const DatePattern::Form &form, std::string_view text, char *digits) {
+// The digits of a text of this form, which sixteen readable bytes follow; false for other texts.
+bool read_form(const DatePattern::Form &form, std::string_view text, unsigned char *digits) {
   if (text.size() != form.length) return false;
-  for (std::size_t i = 0; i < form.length; ++i) {
-    if (form.digit[i] < 0) {
-      if (text[i] != form.character[i]) return false;
-    } else {
-      if (text[i] < '0' || text[i] > '9') return false;
-      digits[form.digit[i]] = text[i];
-    }
+  const auto vector = [](const auto &bytes) {
+    return scan::load(reinterpret_cast<const char *>(bytes.data()));
+  };
+  const __m128i value = _mm_sub_epi8(scan::load(text.data()), vector(form.character));
+  const __m128i above = vector(form.above);
+  if (scan::mask(_mm_cmpeq_epi8(_mm_max_epu8(value, above), above)) != 0xFFFF) return false;
+  std::array<unsigned char, 16> values;
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(values.data()), value);
+  for (std::size_t i = 0; i < form.place.size(); ++i) {
+    digits[i] = form.place[i] == DatePattern::kOwn ? 0 : values[form.place[i]];
   }
   return true;
 }
 
-int pair(const char *digits) { return (digits[0] - '0') * 10 + (digits[1] - '0'); }
+int pair(const unsigned char *digits) { return digits[0] * 10 + digits[1]; }
 
 const char *kept(const unsigned char *field, const Parts &d, bool with_century) {
   if (DATAC_dia(field) == d.day && DATAC_mes(field) == d.month &&
@@ -109,12 +127,16 @@ const char *kept(const unsigned char *field, const Parts &d, bool with_century) 
 }  // namespace
 
 char *put(char *out, const unsigned char *field, const Params &p) {
-  const std::uint32_t number = _3ulong(field);
+  const std::uint32_t number = number_of(field);
   const bool packed = (number & kPackedBit) != 0;
   const bool empty = p.encoding == DateEncoding::kPacked ? number == kPackedBit : number == 0;
   if (empty) return out;
-  char digits[DATAC_DDMMAAAA_TEXT_SIZE];
   const bool two = p.encoding == DateEncoding::kBoth && !packed;
+  if (p.pattern->brazilian && !two) {
+    DATAC_edita4(out, field);
+    return out + DATAC_EDITA4_TEXT_SIZE - 1;
+  }
+  char digits[DATAC_DDMMAAAA_TEXT_SIZE];
   if (two) {
     // The digits as they are stored: such a date keeps two of its year.
     char stored[DATAC_DDMMAA_TEXT_SIZE];
@@ -126,9 +148,18 @@ char *put(char *out, const unsigned char *field, const Params &p) {
   }
   const DatePattern::Form &form = two ? p.pattern->two_digits : p.pattern->full;
   for (std::size_t i = 0; i < form.length; ++i) {
-    out[i] = form.digit[i] < 0 ? form.character[i] : digits[form.digit[i]];
+    out[i] = form.above[i] == 0 ? form.character[i] : digits[form.source[i]];
   }
   return out + form.length;
+}
+
+const char *take_packed(unsigned char *field, Parts d, bool century) {
+  const bool never = repeated(d) && (!century || d.year == d.day * 101);
+  if (!century && !never) d.year = CRONOBASE_ano_com_quatro(d.year);
+  DATAC_fmt_monta(field, 1, d.day, d.month, never ? d.day : d.year);
+  const bool whole = number_of(field) != kPackedBit && d.year <= kGreatestYear;
+  const bool zero = d.day == 0 && d.month == 0 && d.year == 0;
+  return whole || never || zero ? nullptr : kept(field, d, true);
 }
 
 const char *take(unsigned char *field, std::string_view text, const Params &p) {
@@ -137,7 +168,7 @@ const char *take(unsigned char *field, std::string_view text, const Params &p) {
     if (packed) DATAC_fmt_monta(field, 1, 0, 0, 0);
     return nullptr;
   }
-  char digits[DatePattern::kDigits + 1] = {};
+  unsigned char digits[DatePattern::kDigits];
   bool century = p.pattern->has_century;
   if (!century || !read_form(p.pattern->full, text, digits)) {
     if (!read_form(p.pattern->two_digits, text, digits)) return "is no date of the form told";
@@ -146,19 +177,13 @@ const char *take(unsigned char *field, std::string_view text, const Params &p) {
   Parts d = {pair(digits), pair(digits + 2), pair(digits + 6)};
   if (century) d.year += 100 * pair(digits + 4);
   if (p.encoding == DateEncoding::kBoth) packed = century;
-  if (packed) {
-    const bool never = repeated(d) && (!century || d.year == d.day * 101);
-    if (!century && !never) d.year = CRONOBASE_ano_com_quatro(d.year);
-    const bool zero = d.day == 0 && d.month == 0 && d.year == 0;
-    DATAC_fmt_monta(field, 1, d.day, d.month, never ? d.day : d.year);
-    return never || zero ? nullptr : kept(field, d, true);
-  }
+  if (packed) return take_packed(field, d, century);
   DATAC_fmt_monta(field, 0, d.day, d.month, d.year);
   return kept(field, d, century);
 }
 
 const char *fault(const unsigned char *field, const Params &p) {
-  const std::uint32_t number = _3ulong(field);
+  const std::uint32_t number = number_of(field);
   const bool packed = (number & kPackedBit) != 0;
   if ((p.encoding == DateEncoding::kPacked && !packed) ||
       (p.encoding == DateEncoding::kDecimal && packed)) {

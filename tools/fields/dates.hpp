@@ -13,21 +13,24 @@ namespace campotipo::tool {
 
 // The text form of a date: DD, MM and AAAA or AA among other characters.
 struct DatePattern {
-  static constexpr std::size_t kLongest = 24;
+  static constexpr std::size_t kLongest = 16;
   static constexpr int kDigits = 8;
 
-  // One way of writing it: for each character, which of the digits DDMMAAAA it is, or the
-  // character itself.
+  // One way of writing it. Each character is one of the digits DDMMAAAA or stands for itself.
   struct Form {
     std::size_t length = 0;
-    std::array<signed char, kLongest> digit = {};  // -1: a character of its own
-    std::array<char, kLongest> character = {};
+    std::array<unsigned char, kLongest> source = {};  // place in DDMMAAAA, or kOwn
+    std::array<char, kLongest> character = {};        // "0" for a digit
+    std::array<unsigned char, kLongest> above = {};   // how far above `character` it may lie
+    std::array<unsigned char, kDigits> place = {};    // of each digit; kOwn: not in the form
   };
+  static constexpr unsigned char kOwn = 0xFF;
 
   std::string text;
   Form full;
   Form two_digits;  // of the year; the same as `full` where the pattern says AA
   bool has_century = false;
+  bool brazilian = false;  // DD/MM/AAAA, which the library writes itself
 };
 
 // Null where the text is no form of a date.
@@ -50,7 +53,7 @@ constexpr FieldType date(const char *name) {
   type.sql = "DATE";
   type.keys = kFormat | kDateEncoding;
   type.traits = kNullable | kNoBlank;
-  type.room = [](const Params &) { return DatePattern::kLongest; };
+  type.room = [](const Params &) { return DatePattern::kLongest + 1; };
   type.put = put;
   type.take = take;
   type.fault = fault;

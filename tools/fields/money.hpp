@@ -10,12 +10,10 @@
 namespace campotipo::tool::money {
 
 // The text without the percent sign, which a reader of CSV would take for a part of a word.
-template <auto Edit>
+template <int Bytes, int Decimals, auto Edit>
 char *put_percent(char *out, const unsigned char *field, const Params &) {
   Edit(out, field);
-  char *end = out + std::strlen(out) - 1;
-  *end = '\0';
-  return end;
+  return out + numbers::text_length(numbers::value_of<Bytes>(field), Decimals);
 }
 
 template <int Bytes, int Decimals, auto FromText, auto Edit>
@@ -25,7 +23,7 @@ const char *take_percent(unsigned char *field, std::string_view text, const Para
   FromText(field, text.data(), Decimals);
   if (numbers::sure(text, Bytes, Decimals)) return nullptr;
   char back[PORC4_TEXT_SIZE];
-  const char *end = put_percent<Edit>(back, field, {});
+  const char *end = put_percent<Bytes, Decimals, Edit>(back, field, {});
   return judge::decimal(text, {back, end}, Decimals);
 }
 
@@ -44,7 +42,7 @@ constexpr FieldType percent(const char *name) {
              : Decimals == 1 ? "NUMERIC(5, 1)"
              : Decimals == 2 ? "NUMERIC(5, 2)"
                              : "NUMERIC(10, 4)";
-  type.put = put_percent<Edit>;
+  type.put = put_percent<Bytes, Decimals, Edit>;
   type.take = take_percent<Bytes, Decimals, FromText, Edit>;
   type.compare = numbers::compare<Compare>;
   type.measure = measure_percent<Edit>;

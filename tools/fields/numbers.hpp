@@ -3,6 +3,8 @@
 #include <campotipo/quantities.h>
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -25,9 +27,36 @@ constexpr int sure_digits(int bytes) {
   return bytes <= 8 ? kLimb[bytes] : 19 + sure_digits(bytes - 8);
 }
 
-template <auto ToText>
+// The number in up to 8 bytes.
+template <int Bytes>
+std::uint64_t value_of(const unsigned char *field) {
+  std::uint64_t value = 0;
+  std::memcpy(&value, field, Bytes);
+  return value;
+}
+
+constexpr std::uint64_t power_of_ten(int exponent) {
+  return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1);
+}
+
+// Length of the text of a number, from its bits: looking for the NUL would wait for the bytes that
+// have just been written.
+inline std::size_t text_length(std::uint64_t value, int decimals) {
+  static constexpr auto kPowers = [] {
+    std::array<std::uint64_t, 20> powers = {};
+    for (int i = 0; i < 20; ++i) powers[static_cast<std::size_t>(i)] = power_of_ten(i);
+    return powers;
+  }();
+  const int guess = std::bit_width(value | 1) * 1233 >> 12;
+  const int digits = guess + (value >= kPowers[static_cast<std::size_t>(guess)] ? 1 : 0);
+  return static_cast<std::size_t>(decimals == 0 ? std::max(digits, 1)
+                                                : std::max(digits, decimals + 1) + 1);
+}
+
+template <int Bytes, auto ToText>
 char *put(char *out, const unsigned char *field, const Params &p) {
   ToText(out, field, p.decimals);
+  if constexpr (Bytes <= 8) return out + text_length(value_of<Bytes>(field), p.decimals);
   return out + std::strlen(out);
 }
 
@@ -53,10 +82,6 @@ inline std::uint64_t limb(const unsigned char *field, int bytes) {
   std::uint64_t value = 0;
   for (int i = bytes; i-- > 0;) value = value << 8 | field[i];
   return value;
-}
-
-constexpr std::uint64_t power_of_ten(int exponent) {
-  return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1);
 }
 
 template <int Bytes>
@@ -99,7 +124,7 @@ constexpr FieldType row(const char *name, const char *family, int bytes) {
 template <int Bytes, auto FromText, auto ToText, auto Compare>
 constexpr FieldType binary(const char *name) {
   FieldType type = row(name, "binary number", Bytes);
-  type.put = put<ToText>;
+  type.put = put<Bytes, ToText>;
   type.take = take<Bytes, FromText, ToText>;
   type.compare = compare<Compare>;
   type.measure = measure<ToText>;

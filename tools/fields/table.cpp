@@ -36,8 +36,8 @@ constexpr FieldType kTypes[] = {
     texts::code<40, CODALF40_opc_salvou, CODALF40_btoa, CODALF40_compara, CODALF40_nao_zero>(
         "CODALF40"),
     texts::any_code("CODALFA"),
-    texts::string<50, CODSTR50_btoa, CODSTR50_compara, CODSTR50_nao_zero>("CODSTR50"),
-    texts::string<52, CODSTR52_btoa, CODSTR52_compara, CODSTR52_nao_zero>("CODSTR52"),
+    texts::string<50, CODSTR50_compara, CODSTR50_nao_zero>("CODSTR50"),
+    texts::string<52, CODSTR52_compara, CODSTR52_nao_zero>("CODSTR52"),
     texts::any_string("CODSTR"),
     texts::digits<21, 10, BSTR21_atob, BSTR21_btoa>("BSTR21"),
     texts::digits<23, 11, BSTR23_atob, BSTR23_btoa>("BSTR23"),

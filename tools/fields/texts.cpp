@@ -46,9 +46,34 @@ const char *take_any_code(unsigned char *field, std::string_view text, const Par
   return judge::code(text, back.c_str(), known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
 }
 
+// What CODSTR_extrai does, with the search for the end and for characters that UTF-8 writes
+// otherwise in the same pass over the bytes.
+char *put_string(char *out, const unsigned char *field, const Params &p) {
+  const auto *from = reinterpret_cast<const char *>(field);
+  const auto size = static_cast<std::size_t>(p.n);
+  unsigned high = p.charset->keeps_ascii() ? 0 : 1;
+  for (std::size_t at = 0; at < size; at += 16) {
+    __m128i bytes;
+    if (size - at >= 16) {
+      bytes = scan::load(from + at);
+    } else {
+      char last[16] = {};
+      std::memcpy(last, from + at, size - at);
+      bytes = scan::load(last);
+    }
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(out + at), bytes);
+    const unsigned end = scan::mask(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()));
+    high |= scan::mask(bytes) & (end == 0 ? ~0U : (end & (0U - end)) - 1);
+    if (end == 0) continue;
+    const std::size_t length = at + static_cast<std::size_t>(std::countr_zero(end));
+    return high == 0 ? out + length : p.charset->to_utf8(out, length);
+  }
+  return high == 0 ? out + size : p.charset->to_utf8(out, size);
+}
+
 const char *take_string(unsigned char *field, std::string_view text, const Params &p) {
   const auto room = static_cast<std::size_t>(p.n);
-  if (!scan::has_high(text.data(), text.size())) {
+  if (p.charset->keeps_ascii() && !scan::has_high(text.data(), text.size())) {
     CODSTR_opc_salva(field, text.data(), p.n, p.options);
     return text.size() > room ? "too long: cut to the bytes of the field" : nullptr;
   }

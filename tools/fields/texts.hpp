@@ -9,6 +9,7 @@
 #include "fields/numbers.hpp"
 #include "fields/type.hpp"
 #include "text/charset.hpp"
+#include "text/scan.hpp"
 
 // Texts: packed codes, plain strings and digit strings.
 namespace campotipo::tool::texts {
@@ -30,10 +31,19 @@ char *put_code(char *out, const unsigned char *field, const Params &) {
   return out + std::strlen(out);
 }
 
-template <auto Saved, auto ToText, std::size_t TextSize>
+// True for a text that fits and holds nothing that a code changes: then it is whole as soon as
+// every character was known.
+inline bool plain_code(std::string_view text, int positions) {
+  return text.size() <= static_cast<std::size_t>(positions) && !text.empty() && text.back() > ' ' &&
+         text.back() != '~' && std::strchr(CODALFA_ALFABETO, text.back()) &&
+         !scan::has_small(text.data(), text.size());
+}
+
+template <auto Saved, auto ToText, int Positions>
 const char *take_code(unsigned char *field, std::string_view text, const Params &p) {
   const bool known = Saved(field, text.data(), p.options) != 0;
-  char back[TextSize];
+  if (known && plain_code(text, Positions)) return nullptr;
+  char back[Positions + 1];
   ToText(back, field);
   if (judge::same(text, back)) return nullptr;
   return judge::code(text, back, known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
@@ -69,7 +79,7 @@ template <int Positions, auto Saved, auto ToText, auto Compare, auto Content>
 constexpr FieldType code(const char *name) {
   FieldType type = code_row(name, Positions);
   type.put = put_code<ToText>;
-  type.take = take_code<Saved, ToText, Positions + 1>;
+  type.take = take_code<Saved, ToText, Positions>;
   type.compare = compare<Compare>;
   type.content = content<Content>;
   return type;
@@ -93,14 +103,11 @@ constexpr FieldType any_code(const char *name) {
 }
 
 inline std::size_t string_room(const Params &p) {
-  return static_cast<std::size_t>(p.n) * p.charset->growth() + 1;
+  return static_cast<std::size_t>(p.n) * p.charset->growth() + scan::kPadding;
 }
 
-template <auto ToText>
-char *put_string(char *out, const unsigned char *field, const Params &p) {
-  ToText(out, field);
-  return p.charset->to_utf8(out, std::strlen(out));
-}
+// Text of a plain string of p.n bytes, through the character set of the record.
+char *put_string(char *out, const unsigned char *field, const Params &p);
 
 constexpr FieldType string_row(const char *name, int bytes) {
   FieldType type = {};
@@ -114,15 +121,15 @@ constexpr FieldType string_row(const char *name, int bytes) {
   type.keys = kOptions | kEncoding | (bytes == 0 ? kBytes : kNoKeys);
   type.traits = kText;
   type.room = string_room;
+  type.put = put_string;
   type.take = take_string;
   type.fault = string_fault;
   return type;
 }
 
-template <int Bytes, auto ToText, auto Compare, auto Content>
+template <int Bytes, auto Compare, auto Content>
 constexpr FieldType string(const char *name) {
   FieldType type = string_row(name, Bytes);
-  type.put = put_string<ToText>;
   type.compare = compare<Compare>;
   type.content = content<Content>;
   return type;
@@ -130,10 +137,6 @@ constexpr FieldType string(const char *name) {
 
 constexpr FieldType any_string(const char *name) {
   FieldType type = string_row(name, 0);
-  type.put = [](char *out, const unsigned char *field, const Params &p) {
-    CODSTR_extrai(out, field, p.n);
-    return p.charset->to_utf8(out, std::strlen(out));
-  };
   type.compare = [](const unsigned char *a, const unsigned char *b, const Params &p) {
     return CODSTR_compara(a, b, p.n);
   };

@@ -36,7 +36,8 @@ void Histogram::add(const unsigned char *record) {
 
 std::string bars(const std::vector<std::uint64_t> &counts, const std::vector<std::string> &titles,
                  const std::string &left, const std::string &right) {
-  const std::uint64_t most = std::max<std::uint64_t>(1, *std::max_element(counts.begin(), counts.end()));
+  const std::uint64_t most =
+      std::max<std::uint64_t>(1, *std::max_element(counts.begin(), counts.end()));
   const double step = kWidth / double(counts.size());
   std::string out = "<svg class=\"bars\" viewBox=\"0 0 " + number(kWidth) + " " +
                     std::to_string(kHeight + 1) + "\" role=\"img\" aria-label=\"distribution\">";
@@ -45,8 +46,8 @@ std::string bars(const std::vector<std::uint64_t> &counts, const std::vector<std
     const double height = std::max(1.5, double(counts[i]) / double(most) * kHeight);
     out += "<rect x=\"" + number(double(i) * step + 0.5) + "\" y=\"" + number(kHeight - height) +
            "\" width=\"" + number(std::max(1.0, step - 1)) + "\" height=\"" + number(height) +
-           "\"><title>" + html((i < titles.size() ? titles[i] + ": " : "") +
-                               std::to_string(counts[i])) +
+           "\"><title>" +
+           html((i < titles.size() ? titles[i] + ": " : "") + std::to_string(counts[i])) +
            "</title></rect>";
   }
   return out + "<path d=\"M0 " + std::to_string(kHeight) + ".5h" + number(kWidth) +

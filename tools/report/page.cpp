@@ -75,8 +75,8 @@ std::string length_bars(const FieldStatistics &field) {
 
 std::string field_card(const FieldStatistics &statistics, const Histogram &histogram) {
   const Field &field = statistics.field();
-  const std::string distinct = (statistics.distinct().exact() ? "" : "about ") +
-                               grouped(statistics.distinct().value());
+  const std::string distinct =
+      (statistics.distinct().exact() ? "" : "about ") + grouped(statistics.distinct().value());
   std::string out = "<div class=\"field\"><header><h3>" + html(field.name) +
                     "</h3><span class=\"kind\" style=\"background:" + family_colour(*field.type) +
                     "\">" + html(field.type->name) + "</span></header>\n<dl>";
@@ -112,9 +112,9 @@ std::string samples(const KindReport &kind) {
 }
 
 std::string kind_sections(const Report &report, const KindReport &kind) {
-  const std::string suffix = report.layout->several()
-                                 ? ": " + kind.type->name + " (" + std::to_string(kind.records) + ")"
-                                 : "";
+  const std::string suffix =
+      report.layout->several() ? ": " + kind.type->name + " (" + std::to_string(kind.records) + ")"
+                               : "";
   std::string cards = "<div class=\"fields\">\n";
   for (std::size_t i = 0; i < kind.fields.size(); ++i) {
     cards += field_card(kind.fields[i], kind.histograms[i]);
@@ -131,13 +131,14 @@ std::string kind_sections(const Report &report, const KindReport &kind) {
 std::string report_page(const Report &report) {
   const std::size_t slash = report.file.rfind('/');
   const std::string title = report.file.substr(slash == std::string::npos ? 0 : slash + 1);
-  std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-                     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-                     "<link rel=\"icon\" href=\"data:,\">\n<title>" +
-                     html(title) + "</title>\n<style>" + kStyle + "</style>\n</head>\n<body>\n<main>\n" +
-                     "<h1>" + html(title) + "</h1>\n<div class=\"soft\">Records of " +
-                     html(report.layout->name) + ", as " + html(report.layout->file) +
-                     " tells them</div>\n" + tiles(report) + section("Findings", findings(report));
+  std::string page =
+      "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+      "<link rel=\"icon\" href=\"data:,\">\n<title>" +
+      html(title) + "</title>\n<style>" + kStyle + "</style>\n</head>\n<body>\n<main>\n" + "<h1>" +
+      html(title) + "</h1>\n<div class=\"soft\">Records of " + html(report.layout->name) + ", as " +
+      html(report.layout->file) + " tells them</div>\n" + tiles(report) +
+      section("Findings", findings(report));
   for (const KindReport &kind : report.kinds) page += kind_sections(report, kind);
   return page + "<footer>campotipo " CAMPOTIPO_VERSION "</footer>\n</main>\n</body>\n</html>\n";
 }

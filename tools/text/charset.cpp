@@ -54,6 +54,7 @@ Charset::Charset(const std::string &name) : name_(name) {
   }
   for (unsigned byte = 0; byte < 256; ++byte) {
     points_[byte] = point_of(map, static_cast<unsigned char>(byte));
+    if (byte < 0x80 && points_[byte] != byte) keeps_ascii_ = false;
     if (points_[byte] != kNone) bytes_.emplace_back(points_[byte], byte);
   }
   iconv_close(map);

@@ -20,6 +20,9 @@ class Charset {
   const std::string &name() const { return name_; }
   bool is_utf8() const { return utf8_; }
 
+  // Whether bytes below 128 are the characters that they are in ASCII.
+  bool keeps_ascii() const { return keeps_ascii_; }
+
   // Bytes of UTF-8 that one byte of a record may become.
   std::size_t growth() const { return utf8_ ? 1 : 4; }
 
@@ -39,6 +42,7 @@ class Charset {
   std::string name_;
   bool utf8_ = false;
   bool latin_ = false;
+  bool keeps_ascii_ = true;
   std::array<char32_t, 256> points_ = {};
   std::vector<std::pair<char32_t, unsigned char>> bytes_;
 };

@@ -38,6 +38,13 @@ inline bool has_high(const char *text, std::size_t length) {
   return any(text, length, [](__m128i bytes) { return mask(bytes); });
 }
 
+inline bool has_small(const char *text, std::size_t length) {
+  return any(text, length, [](__m128i bytes) {
+    const __m128i above = _mm_cmpgt_epi8(bytes, _mm_set1_epi8('a' - 1));
+    return mask(_mm_and_si128(above, _mm_cmplt_epi8(bytes, _mm_set1_epi8('z' + 1))));
+  });
+}
+
 // Bytes that a CSV cell may hold only between quotes.
 inline bool needs_quotes(const char *text, std::size_t length) {
   return any(text, length, [](__m128i bytes) {
