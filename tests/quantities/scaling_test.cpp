@@ -47,7 +47,7 @@ constexpr Member kMembers[] = {
 std::vector<unsigned> sample_powers() {
   std::vector<unsigned> powers = {100, 255, 256, 1000, 65536, INT_MAX, 1u << 31, UINT_MAX};
   for (unsigned power = 0; power <= 70; ++power) powers.push_back(power);
-  for (unsigned power = 1; power <= 40; ++power) powers.push_back(UINT_MAX - power);
+  for (unsigned power = 1; power <= 19; ++power) powers.push_back(UINT_MAX - power);
   return powers;
 }
 
@@ -73,7 +73,7 @@ class ScalingTest : public testing::TestWithParam<Member> {
 TEST_P(ScalingTest, GivesWhatCuttingAndAppendingDigitsGives) {
   Random random(31);
   const std::vector<unsigned> powers = sample_powers();
-  for (int round = 0; round < 80; ++round) {
+  for (int round = 0; round < 40; ++round) {
     const Field field = round == 0       ? Field(static_cast<std::size_t>(width()), '\0')
                         : round % 2 == 0 ? any_field(random, width())
                                          : sample_field(random, width());

@@ -170,7 +170,7 @@ inline Quotient divide(int width, const Field &field, unsigned power) {
 
 inline Field multiply(int width, Field field, unsigned power) {
   const auto digits = static_cast<std::size_t>(shape(width).digits);
-  power = std::min(power, 1000u);  // long since 0
+  power = std::min(power, 60u);  // more zeros than any field has digits
   while (power != 0) {
     const unsigned chunk = std::min(power, 10u);
     const Text text = to_text(width, field, 0) + Text(chunk, '0');
