@@ -183,7 +183,7 @@ struct Window {
 };
 
 // For a text with small letters that is stored already, as if each had its own capital. Stores it
-// anew where the locale says otherwise. Asking after the store leaves nothing to keep over the call.
+// anew where the locale says otherwise. Asking after the store leaves little to keep over the call.
 [[gnu::noinline]] inline int confirm_folding(unsigned char *dest, const char *text, int n,
                                              int opc) {
   return locale::capitals_are_plain() ? 1 : save_by_character(dest, text, n, opc);

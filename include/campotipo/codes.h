@@ -8,11 +8,11 @@
  * Text fields of a record
  * =======================
  *
- *   kind                        stored form                                       section
- *   CODALFA, CODALF05 to 40     capitals, digits and marks at six bits each       Packed codes
- *   CODALFNN                    the same, its size chosen at run time             Packed code records
- *   CODSTR, CODSTR50, CODSTR52  plain bytes, a NUL behind a text that is shorter  Fixed strings
- *   BSTR21 to BSTR38            a count of digits and their number                Digit strings
+ *   kind                        stored form                                     section
+ *   CODALFA, CODALF05 to 40     capitals, digits and marks at six bits each     Packed codes
+ *   CODALFNN                    the same, its size chosen at run time           Packed code records
+ *   CODSTR, CODSTR50, CODSTR52  plain bytes, a NUL behind a text that is short  Fixed strings
+ *   BSTR21 to BSTR38            a count of digits and their number              Digit strings
  *
  * Fields are read and written in exactly their bytes and may stand at any address. Texts are 8-bit
  * characters ended by a NUL; a text buffer has the size that its operation states. A text and a
@@ -53,9 +53,9 @@ extern "C" {
  * last character hold code 0. Up to six spare bits fill the last byte: written as 0, never read.
  *
  * What a text keeps: small letters become capitals, by `toupper` under the process's locale (in
- * Turkish "i" has no capital in the alphabet). Blanks in front and inside stay, those at the end are
- * dropped. A character outside the alphabet is passed over and the later ones move up. A text too
- * long is cut on the right.
+ * Turkish "i" has no capital in the alphabet). Blanks in front and inside stay, those at the end
+ * are dropped. A character outside the alphabet is passed over and the later ones move up. A text
+ * too long is cut on the right.
  *
  * Example: "AB-1" in five positions.
  *
@@ -101,15 +101,15 @@ extern "C" {
  * Flags of opc. Other bits have no effect. "Length" is the number of characters that a text has in
  * the alphabet, less the blanks that end it, or that a field holds.
  *
- *   flag                          saving                          reading
- *   CODALFA_OPC_ZERO_VAZIO        none                            nao_zero: "0" is no content
- *   CODALFA_OPC_ZEROS             a length below n is filled on   the same up to width; with a width
- *                                 the left with "0"               of 0 or less all leading "0" go
- *   CODALFA_OPC_CORTA_ESQUERDA    a length above n loses its      the same above a width that is
- *                                 first characters, not its last  above 0
- *   CODALFA_OPC_SO_DIGITOS        CODALFA_OPC_ZEROS fills only    the same, and no leading "0" go
- *                                 what has digits and nothing
- *                                 else, and at least one
+ *   flag                        saving                          reading
+ *   CODALFA_OPC_ZERO_VAZIO      none                            nao_zero: "0" is no content
+ *   CODALFA_OPC_ZEROS           a length below n is filled on   the same up to width; with a width
+ *                               the left with "0"               of 0 or less all leading "0" go
+ *   CODALFA_OPC_CORTA_ESQUERDA  a length above n loses its      the same above a width that is
+ *                               first characters, not its last  above 0
+ *   CODALFA_OPC_SO_DIGITOS      CODALFA_OPC_ZEROS fills only    the same, and no leading "0" go
+ *                               what has digits and nothing
+ *                               else, and at least one
  */
 #define CODALFA_OPC_ZERO_VAZIO 1
 #define CODALFA_OPC_ZEROS 2
