@@ -36,6 +36,7 @@ void add_all(CLI::App &app, Action &action) {
   add_check(app, action);
   add_stats(app, action);
   add_report(app, action);
+  add_document(app, action);
 }
 
 // What the parser would print goes the same way as every other output, so that a full disk or a

@@ -20,6 +20,7 @@ void add_load(CLI::App &app, Action &action);
 void add_check(CLI::App &app, Action &action);
 void add_stats(CLI::App &app, Action &action);
 void add_report(CLI::App &app, Action &action);
+void add_document(CLI::App &app, Action &action);
 
 // A line on standard error.
 void tell(const std::string &message);

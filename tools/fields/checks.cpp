@@ -1,19 +1,54 @@
 #include "fields/checks.hpp"
 
+#include <campotipo/documents.h>
 #include <campotipo/idnumbers.h>
 
 #include <algorithm>
-#include <string>
 
 namespace campotipo::tool {
 
 namespace {
 
+constexpr NamedCheck::Letters kNone = NamedCheck::kNone;
+constexpr NamedCheck::Letters kSome = NamedCheck::kSome;
+constexpr NamedCheck::Letters kAtLeastOne = NamedCheck::kAtLeastOne;
+
 constexpr NamedCheck kChecks[] = {
-    {"CPF", "CPF", "check digits of a CPF fail", ZALGORITM_valida_CPF},
-    {"CNPJ", "CNPJ", "check digits of a CNPJ fail", ZALGORITM_valida_CNPJ},
-    {"modulo11", "modulo 11", "check digit modulo 11 fails", DIGVERIF_monta_dv_modulo11},
+    {"CPF", "CPF, person", "check digits of a CPF fail", ZALGORITM_valida_CPF, 11, 11, kNone,
+     DOCUMENTO_edita_CPF},
+    {"CNPJ", "CNPJ, company", "check digits of a CNPJ fail", ZALGORITM_valida_CNPJ, 14, 14, kNone,
+     DOCUMENTO_edita_CNPJ},
+    {"CNPJ_alfa", "CNPJ with letters, company", "check digits of a CNPJ fail",
+     DOCUMENTO_valida_CNPJ_alfa, 14, 14, kAtLeastOne, DOCUMENTO_edita_CNPJ},
+    {"PIS", "PIS/PASEP/NIS, worker", "check digit of a PIS fails", DOCUMENTO_valida_PIS, 11, 11,
+     kNone, DOCUMENTO_edita_PIS},
+    {"RENAVAM", "RENAVAM, vehicle", "check digit of a RENAVAM fails", DOCUMENTO_valida_RENAVAM, 11,
+     11, kNone, nullptr},
+    {"CNH", "CNH, driver's licence", "check digits of a CNH fail", DOCUMENTO_valida_CNH, 11, 11,
+     kNone, nullptr},
+    {"titulo", "voter's number", "check digits of a voter's number fail", DOCUMENTO_valida_titulo,
+     12, 12, kNone, DOCUMENTO_edita_titulo},
+    {"CNS", "CNS, health card", "check digit of a health card fails", DOCUMENTO_valida_CNS, 15, 15,
+     kNone, DOCUMENTO_edita_CNS},
+    {"cartao", "payment card", "check digit of a payment card fails", DOCUMENTO_valida_cartao,
+     DOCUMENTO_CARTAO_MENOR, 19, kNone, DOCUMENTO_edita_cartao},
+    {"processo", "court case", "check digits of a court case fail", DOCUMENTO_valida_processo, 20,
+     20, kNone, DOCUMENTO_edita_processo},
+    {"chave_acesso", "access key of an electronic invoice", "check digit of an access key fails",
+     DOCUMENTO_valida_chave_acesso, 44, 44, kSome, DOCUMENTO_edita_chave_acesso},
+    {"boleto_barras", "bar code of a bank slip", "check digit of a bank slip fails",
+     DOCUMENTO_valida_boleto_barras, 44, 44, kNone, nullptr},
+    {"boleto_linha", "typed line of a bank slip", "check digits of a bank slip fail",
+     DOCUMENTO_valida_boleto_linha, 47, 47, kNone, DOCUMENTO_edita_boleto_linha},
+    {"arrecadacao_barras", "bar code of a utility slip", "check digit of a utility slip fails",
+     DOCUMENTO_valida_arrecadacao_barras, 44, 44, kNone, nullptr},
+    {"arrecadacao_linha", "typed line of a utility slip", "check digits of a utility slip fail",
+     DOCUMENTO_valida_arrecadacao_linha, 48, 48, kNone, DOCUMENTO_edita_arrecadacao_linha},
+    {"modulo11", "modulo 11", "check digit modulo 11 fails", DIGVERIF_monta_dv_modulo11, 0, 0,
+     kNone, nullptr},
 };
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
@@ -25,12 +60,20 @@ const NamedCheck *named_check(std::string_view name) {
   return found == std::end(kChecks) ? nullptr : found;
 }
 
-bool holds(const NamedCheck &check, std::string_view text) {
+std::string without_punctuation(std::string_view text) {
   std::string clean;
   for (const char c : text) {
-    if (std::string_view(".-/ ").find(c) == std::string_view::npos) clean += c;
+    if (std::string_view(".-/ \t\r\n").find(c) == std::string_view::npos) clean += c;
   }
+  return clean;
+}
+
+bool holds(const NamedCheck &check, std::string_view text) {
+  std::string clean = without_punctuation(text);
   if (clean.find_first_not_of('0') == std::string::npos) return true;
+  if (clean.size() < check.shortest && std::all_of(clean.begin(), clean.end(), is_digit)) {
+    clean.insert(0, check.shortest - clean.size(), '0');
+  }
   return check.holds(clean.data(), 0) != 0;
 }
 

@@ -1,23 +1,33 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace campotipo::tool {
 
 // A check of the digits that a text carries, by the name a layout gives it.
 struct NamedCheck {
+  enum Letters { kNone, kSome, kAtLeastOne };
+
   const char *name;
   const char *title;                   // as a person says it
   const char *fault;                   // what to say of a text that fails
   int (*holds)(char *text, int make);  // the library's own test, called with make 0
+  std::size_t shortest;                // characters of a document, 0: it is none
+  std::size_t longest;
+  Letters letters;                                   // in a document of this kind
+  char *(*punctuate)(char *dest, const char *text);  // its usual form; null: there is none
 };
 
 std::span<const NamedCheck> named_checks();
 const NamedCheck *named_check(std::string_view name);
 
-// Whether the check holds for a text, of which points, dashes, slashes and blanks do not count. A
-// text without content, zeros included, is not checked.
+// A text without points, dashes, slashes and blanks.
+std::string without_punctuation(std::string_view text);
+
+// Whether the check holds for a text, of which punctuation does not count. A text without content,
+// zeros included, is not checked; a number that lost its leading zeros gets them back.
 bool holds(const NamedCheck &check, std::string_view text);
 
 }  // namespace campotipo::tool

@@ -58,10 +58,10 @@ const char *decimal(std::string_view text, std::string_view back, int decimals) 
       given.fraction == kept.fraction) {
     return nullptr;
   }
-  if (given.negative && !kept.negative) return "below zero: the field has no sign";
   if (given.fraction.size() > static_cast<std::size_t>(decimals) && given.whole == kept.whole) {
     return "more decimals than the field keeps";
   }
+  if (given.negative && !kept.negative) return "below zero: the field has no sign";
   return "too large for the field";
 }
 

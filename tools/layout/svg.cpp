@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <map>
 
 #include "layout/drawings.hpp"
@@ -112,8 +113,12 @@ class Picture {
     };
     const std::string size = std::string(span.field->type->name) + " · " +
                              std::to_string(span.bytes) + (span.bytes == 1 ? " byte" : " bytes");
-    const std::string name = is_fill(*span.field->type) ? "" : span.name;
-    if (fits(name)) out_ += text(x + 6, y + 16, name, "start", "#1c2430");
+    std::string name = is_fill(*span.field->type) ? "" : span.name;
+    if (!fits(name)) {
+      const auto letters = static_cast<std::size_t>(std::max(0.0, (width - 16) / kLetter));
+      name = letters < 3 || letters > name.size() ? "" : name.substr(0, letters) + "…";
+    }
+    if (!name.empty()) out_ += text(x + 6, y + 16, name, "start", "#1c2430");
     const std::string below = fits(size) ? size : std::to_string(span.bytes);
     if (fits(below)) out_ += text(x + 6, y + 31, below, "start", "#4c5866");
   }

@@ -36,7 +36,8 @@ std::string Examiner::summary() const {
   std::string text =
       file_ + ": " + std::to_string(records_) + " records of " + layout_->name + ", ";
   if (findings_.empty()) return text + "every value well formed";
-  return text + std::to_string(findings_.total()) + " findings";
+  return text + std::to_string(findings_.total()) +
+         (findings_.total() == 1 ? " finding" : " findings");
 }
 
 std::string Examiner::json() const {

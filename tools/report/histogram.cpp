@@ -40,7 +40,9 @@ std::string bars(const std::vector<std::uint64_t> &counts, const std::vector<std
       std::max<std::uint64_t>(1, *std::max_element(counts.begin(), counts.end()));
   const double step = kWidth / double(counts.size());
   std::string out = "<svg class=\"bars\" viewBox=\"0 0 " + number(kWidth) + " " +
-                    std::to_string(kHeight + 1) + "\" role=\"img\" aria-label=\"distribution\">";
+                    std::to_string(kHeight + 1) +
+                    "\" preserveAspectRatio=\"none\" role=\"img\" "
+                    "aria-label=\"distribution\">";
   for (std::size_t i = 0; i < counts.size(); ++i) {
     if (counts[i] == 0) continue;
     const double height = std::max(1.5, double(counts[i]) / double(most) * kHeight);

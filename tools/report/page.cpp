@@ -55,7 +55,8 @@ std::string findings(const Report &report) {
             "</td><td class=\"n\"><span class=\"badge\">" + grouped(line.entry.count) +
             "</span></td><td class=\"v\">" + places + "</td></tr>\n";
   }
-  return "<div class=\"scroll\"><table><thead><tr><th>Field</th><th>What is wrong</th>"
+  return "<div class=\"scroll\"><table class=\"findings\"><thead><tr><th>Field</th><th>What is "
+         "wrong</th>"
          "<th class=\"n\">Values</th><th>First places</th></tr></thead><tbody>\n" +
          rows + "</tbody></table></div>\n";
 }

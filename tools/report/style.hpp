@@ -56,7 +56,10 @@ svg.bars rect { fill: var(--accent); opacity: .8; } svg.bars path { stroke: var(
 .shares .fill { position: absolute; inset: 0 auto 0 0; background: #2f6fde22; border-radius: 4px; }
 footer { margin-top: 24px; font-size: .8rem; color: var(--soft); }
 @media (max-width: 520px) { main { padding: 16px 10px 40px; } section { padding: 14px; }
-  h1 { font-size: 1.3rem; } }
+  h1 { font-size: 1.3rem; } .findings thead { display: none; }
+  .findings tr { display: block; padding: 8px 0; border-bottom: 1px solid var(--line); }
+  .findings td { display: block; border: none; padding: 1px 0; text-align: left; }
+  .findings td:first-child { font-weight: 600; } .findings td.n { float: right; margin-top: -44px; } }
 @media print { body { background: #fff; font-size: 10pt; } main { max-width: none; padding: 0; }
   section { border: none; padding: 0; margin-top: 18px; } .field, .tile, tr { break-inside: avoid; }
   .picture svg { min-width: 0; } .scroll { overflow: visible; }

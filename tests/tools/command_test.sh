@@ -1,0 +1,171 @@
+#!/bin/bash
+# The command as people call it: exit status, messages, files that appear whole or not at all.
+set -uo pipefail
+
+tool=$1
+examples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+failed=0
+
+complain() {
+  echo "line ${BASH_LINENO[1]}: $1" >&2
+  sed 's/^/    /' out err >&2
+  failed=1
+}
+
+# expect STATUS "PART OF A MESSAGE" COMMAND...: the part has to stand in either output.
+expect() {
+  local status=$1 part=$2 got=0
+  shift 2
+  "$tool" "$@" > out 2> err < "${input:-/dev/null}" || got=$?
+  [[ $got -eq $status ]] || complain "status $got, expected $status: $*"
+  [[ -z $part ]] || grep -qF -- "$part" out err || complain "nothing says \"$part\": $*"
+}
+same() { cmp -s "$1" "$2" || complain "$1 and $2 differ"; }
+absent() { [[ -z $(compgen -G "$1*") ]] || complain "$1 is there"; }
+
+cat > pair.toml <<'TOML'
+name = "par"
+[[field]]
+name = "n"
+type = "BIN2"
+[[field]]
+name = "nome"
+type = "CODSTR"
+bytes = 6
+TOML
+sed 's/^name = "par"/header = 2\ntrailer = 1\n&/' pair.toml > margins.toml
+printf 'n,nome\r\n1,abc\r\n2,"x,""y"\r\n65535,\r\n' > good.csv
+printf 'n,nome\n1,abc\n70000,abcdefgh\n3,x\n' > lossy.csv
+
+# One value, a layout, the list of types.
+expect 0 "CODALF40" types
+expect 0 "31/12/2024" show DATAC 9FD18F
+expect 0 "12.50%" show PORC2 E204
+expect 0 "not well formed" show CODALF05 30D98303
+expect 1 "spare bits" show CODALF05 30D98303 --strict
+expect 2 "expected 3" show DATAC 9FD1
+expect 2 "hexadecimal" show DATAC 9FD18
+expect 0 "E2040000" make BIN4 12.50 --set decimals=2
+expect 0 "too large" make BIN1 256
+expect 1 "too large" make BIN1 256 --strict
+expect 0 "1EFBFFFFFFFFFFFF" make QUANTIA -12.50
+expect 0 "B390" make ZBTFIELD "5 19 9" --set 'bits=[3,5,4]' --set 'order="big"'
+expect 0 "12.ABC.345/01DE-35" document 12ABC34501DE35
+expect 0 "CPF       hold    123.456.789-09  CPF, person" document 123.456.789-09
+expect 1 "CNPJ" document 11222333000180 --strict
+expect 0 "no document has its length" document xyz
+expect 0 "2      6  nome" layout pair.toml
+expect 0 'CREATE TABLE "par"' layout pair.toml --sql
+expect 0 "<svg" layout pair.toml --svg
+expect 0 "" layout pair.toml --header -o par.h
+printf '#include "par.h"\nint main(void) { return sizeof(par) - PAR_BYTES; }\n' > par.c
+if ! "${CC:-cc}" -std=c99 -pedantic -Wall -Wextra -Werror par.c -o par || ! ./par; then
+  complain "the header made of a layout does not compile"
+fi
+
+# There and back, by files and by pipes, on one processor and on several.
+expect 0 "" load pair.toml good.csv -o good.dat
+expect 0 "" dump pair.toml good.dat --format csv -o again.csv
+same good.csv again.csv
+"$tool" dump pair.toml --format csv < good.dat | "$tool" load pair.toml --jobs 3 > piped.dat
+same good.dat piped.dat
+expect 0 '{"n":2,"nome":"x,\"y"}' dump pair.toml good.dat --format ndjson --from 2 --count 1
+expect 0 "    2  x,\"y" dump pair.toml good.dat
+expect 0 "FFFF" dump pair.toml good.dat --hex --fields n
+expect 2 "no field or column is called \"m\"" dump pair.toml good.dat --fields m
+"$tool" dump pair.toml good.dat --format csv --hex | "$tool" load pair.toml > hex.dat
+same good.dat hex.dat
+{ printf 'HD'; cat good.dat; printf T; } > margins.dat
+"$tool" dump margins.toml margins.dat --format csv | "$tool" load margins.toml --like margins.dat > m.dat
+same margins.dat m.dat
+
+# A value that cannot be stored whole.
+expect 0 "lossy.csv: record 2, byte 13: field n: \"70000\" too large for the field" \
+  load pair.toml lossy.csv -o lossy.dat
+grep -qF "3 records stored, 2 values not whole" err || complain "no sum of the losses"
+for jobs in 1 4; do
+  expect 1 "lossy.csv: record 2, byte 13: field n" \
+    load pair.toml lossy.csv --strict --jobs "$jobs" -o strict.dat
+  absent strict.dat
+done
+
+# Findings.
+head -c 20 good.dat > cut.dat
+expect 0 "every value well formed" check pair.toml good.dat
+expect 1 "record 3, byte 16" check pair.toml cut.dat
+expect 1 '"record":3,"byte":16' check pair.toml cut.dat --json
+printf 'ab\0\0\0\0xyz\1\2ab\0x\0\0' > spoilt.dat
+expect 1 "bytes behind the end of the text" check pair.toml spoilt.dat
+expect 0 "distinct" stats pair.toml good.dat
+
+# What cannot be used, and what must not be left behind.
+expect 2 "cut.dat: record 3, byte 16: the file ends inside the record" \
+  dump pair.toml cut.dat --format csv -o partial.csv
+absent partial.csv
+expect 2 "is a directory" dump pair.toml .
+expect 2 "is a directory" load pair.toml good.csv -o .
+expect 2 "is a directory" check . good.dat
+expect 2 "cannot be opened" dump pair.toml nowhere.dat
+expect 2 "cannot be opened" dump nowhere.toml good.dat
+expect 2 "good.dat:1:" dump good.dat pair.toml
+expect 2 "cannot be written: No space left on device" dump pair.toml good.dat -o /dev/full
+"$tool" dump pair.toml good.dat > /dev/full 2> err
+[[ $? -eq 2 ]] || complain "a full disk goes unnoticed"
+expect 2 "is empty" load pair.toml /dev/null -o empty.dat
+expect 2 "the layout has no column \"nomes\", expected \"nome\"?" \
+  load pair.toml <(printf 'n,nomes\n1,x\n') -o empty.dat
+expect 0 "" load pair.toml <(printf 'n,nam,nome\n1,x,y\n') --ignore nam -o ignored.dat
+expect 2 "record 1, byte 7: a quote that is not closed" load pair.toml <(printf 'n,nome\n"1,x\n') -o empty.dat
+expect 2 "record 2, byte 11: 1 cells, expected 2" \
+  load pair.toml <(printf 'n,nome\n1,x\n2\n') -o empty.dat
+absent empty.dat
+expect 2 "" dump
+expect 2 "" no-such-command
+for command in types show make layout dump load check stats report document; do
+  expect 0 "Example" "$command" --help
+done
+
+# A pipe that is closed, by a reader that has enough.
+head -c 4000000 /dev/zero > zeros.dat
+for jobs in 1 2; do
+  "$tool" dump pair.toml zeros.dat --format csv --jobs "$jobs" 2> err | head -n 1 > out
+  [[ ${PIPESTATUS[0]} -eq 2 ]] || complain "a closed pipe goes unnoticed"
+  grep -qF "closed the pipe" err || complain "a closed pipe is not told"
+done
+
+# Memory does not grow with the file: far less than the file has to do.
+if [[ -z ${SANITIZED:-} ]]; then
+  (ulimit -v 60000; head -c 120000000 /dev/zero | "$tool" dump pair.toml --format csv |
+    "$tool" load pair.toml | cmp -n 120000000 - /dev/zero) > out 2> err ||
+    complain "a long stream takes too much memory"
+fi
+
+# A bar and colours only for a terminal.
+if [[ -x $(command -v script) ]]; then
+  on_terminal() { TERM=xterm script -qec "$*" /dev/null < /dev/null > out; }
+  on_terminal "$tool check pair.toml spoilt.dat"
+  grep -q $'\e\[31m' out || complain "no colour on a terminal"
+  NO_COLOR=1 on_terminal "$tool check pair.toml spoilt.dat"
+  ! grep -q $'\e\[' out || complain "colour where NO_COLOR is set"
+  on_terminal "(sleep 1; cat zeros.dat) | $tool dump pair.toml --format csv -o /dev/null"
+  grep -q "records  " out || complain "no bar on a terminal"
+fi
+"$tool" check pair.toml spoilt.dat > out 2> err
+! grep -q $'\e' out err || complain "an escape in a file"
+
+# The layout that comes with the examples.
+expect 0 "513 records stored" load "$examples/bancos.toml" "$examples/data/bancos.csv" -o bancos.dat
+if grep -qv "field nome_reduzido\|records stored" err; then complain "another field is lossy"; fi
+expect 0 "every value well formed" check "$examples/bancos.toml" bancos.dat
+"$tool" dump "$examples/bancos.toml" bancos.dat --format csv |
+  "$tool" load "$examples/bancos.toml" | cmp - bancos.dat || complain "bancos does not come back"
+columns=compe,ispb,cnpj,nome,tipo,inicio_operacao,inicio_pix
+"$tool" dump "$examples/bancos.toml" bancos.dat --format csv --lf --fields "$columns" > dumped.csv
+expect 0 'has no column "nome_reduzido"' load "$examples/bancos.toml" dumped.csv -o part.dat
+expect 0 "every value well formed" check "$examples/bancos.toml" part.dat
+cmp -s -n 170 part.dat bancos.dat || complain "the columns that are there are not all stored"
+
+exit $failed

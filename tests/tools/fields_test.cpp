@@ -1,0 +1,193 @@
+// Field kinds: text to field and back, what is lost on the way, and what is not well formed.
+
+#include <gtest/gtest.h>
+
+#include "fields/checks.hpp"
+#include "tests/tools/tool_fixture.hpp"
+
+namespace campotipo::tool::test {
+namespace {
+
+Layout one_field(const std::string &keys) {
+  return parse_layout("name = \"r\"\n[[field]]\nname = \"f\"\n" + keys, "test");
+}
+
+TEST(Fields, EveryKindGivesItsTextsAndBytesBack) {
+  const Layout layout = parse_layout(layout_of_every_type(), "test");
+  Random random(1);
+  for (const Field &field : layout.types[0].fields) {
+    SCOPED_TRACE(field.name);
+    for (int i = 0; i < 300; ++i) {
+      std::vector<unsigned char> record(layout.types[0].bytes);
+      const std::string text = random_text(field, random);
+      const char *lost = take(field, text, record.data());
+      ASSERT_EQ(nullptr, lost) << text << ": " << lost;
+      const char *fault = field_fault(field, record.data());
+      ASSERT_EQ(nullptr, fault) << text << ": " << fault;
+      // No text is no number: the field then says 0.
+      if (!text.empty()) {
+        ASSERT_EQ(text, field_text(field, record.data()));
+      }
+      ASSERT_EQ(0, field.type->compare(record.data() + field.offset, record.data() + field.offset,
+                                       field.params));
+    }
+  }
+}
+
+// Whatever the bytes are: what is called well formed comes back from its text, and a text never
+// takes more room than the kind asks for.
+TEST(Fields, WhatIsWellFormedComesBack) {
+  const Layout layout = parse_layout(layout_of_every_type(), "test");
+  Random random(2);
+  std::size_t good = 0;
+  for (int i = 0; i < 4000; ++i) {
+    std::vector<unsigned char> record(layout.types[0].bytes);
+    for (auto &byte : record) byte = static_cast<unsigned char>(random.word_of_any_size());
+    for (const Field &field : layout.types[0].fields) {
+      if (is_bit_area(*field.type) || field_fault(field, record.data()) != nullptr) continue;
+      std::vector<unsigned char> again(record.size());
+      ASSERT_EQ(nullptr, take(field, field_text(field, record.data()), again.data())) << field.name;
+      ASSERT_TRUE(std::equal(again.begin() + long(field.offset),
+                             again.begin() + long(field.offset + field.bytes),
+                             record.begin() + long(field.offset)))
+          << field.name << " " << hex(record.data() + field.offset, field.bytes);
+      ++good;
+    }
+  }
+  EXPECT_GT(good, 4000U);
+}
+
+struct Loss {
+  const char *keys, *text, *lost, *stored;
+};
+
+TEST(Fields, WhatIsLostIsTold) {
+  const Loss losses[] = {
+      {"type = 'CODALF05'", "ABCDEF", "too long", "ABCDE"},
+      {"type = 'CODALF05'\noptions = 'cut_left'", "ABCDEF", "too long", "BCDEF"},
+      {"type = 'CODALF05'", "A~B", "outside the alphabet", "AB"},
+      {"type = 'CODALF05'", "ABCDE~", "outside the alphabet", "ABCDE"},
+      {"type = 'CODALF05'", "ab", "small letters", "AB"},
+      {"type = 'CODALF05'\nfold = true", "ab", nullptr, "AB"},
+      {"type = 'CODALF05'", "A ", "blanks at the end", "A"},
+      {"type = 'CODALF05'\nfold = true", "a ", nullptr, "A"},
+      {"type = 'CODALF05'\noptions = 'zeros'", "7", nullptr, "00007"},
+      {"type = 'CODALFA'\npositions = 2", "ABC", "too long", "AB"},
+      {"type = 'CODSTR'\nbytes = 3", "abcd", "too long", "abc"},
+      {"type = 'CODSTR'\nbytes = 3", "\xC3\xA7\xC3\xA3o", nullptr, "\xC3\xA7\xC3\xA3o"},
+      {"type = 'CODSTR'\nbytes = 3", "\xE2\x82\xAC", "character set", "?"},
+      {"type = 'CODSTR'\nbytes = 3\nencoding = 'ISO-8859-15'", "\xE2\x82\xAC", nullptr,
+       "\xE2\x82\xAC"},
+      {"type = 'CODSTR'\nbytes = 3\nencoding = 'UTF-8'", "\xC3", "character set", "\xC3"},
+      {"type = 'BSTR21'", "12a", "no digits", "12"},
+      {"type = 'BSTR21'", "1234567890123456789012", "too many digits", "123456789012345678901"},
+      {"type = 'BIN1'", "255", nullptr, "255"},
+      {"type = 'BIN1'", "256", "too large", "0"},
+      {"type = 'BIN1'", "0007", nullptr, "7"},
+      {"type = 'BIN1'", "-1", "below zero", "0"},
+      {"type = 'BIN1'", "x", "is no number", "0"},
+      {"type = 'BIN1'", " 1", "is no number", "1"},
+      {"type = 'BIN2'\ndecimals = 2", "1.239", "more decimals", "1.23"},
+      {"type = 'BIN2'\ndecimals = 2", "1.2300", nullptr, "1.23"},
+      {"type = 'BIN2'\ndecimals = 2", "1,23", "is no number", "1.00"},
+      {"type = 'BINQ9'", "999999999999999999999", nullptr, "999999999999999999999"},
+      {"type = 'BINQ9'", "1000000000000000000000", "too large", "0"},
+      {"type = 'PORC2'", "12.5%", nullptr, "12.50"},
+      {"type = 'PORC0'", "256", "too large", "0"},
+      {"type = 'QUANTIA'", "-0.005", "more decimals", "0.00"},
+      {"type = 'QUANTIA'", "92233720368547758.08", "too large", "92233720368547758.07"},
+      {"type = 'DATAC'", "31/02/2024", "does not exist", "00/00/0000"},
+      {"type = 'DATAC'", "31-12-2024", "is no date", ""},
+      {"type = 'DATAC'", "01/01/5000", "year", "01/01/0904"},
+      {"type = 'DATAC'\nencoding = 'decimal'", "01/01/1950", "year", "01/01/2050"},
+      {"type = 'DATAC'\nencoding = 'packed'", "22/22/2222", nullptr, "22/22/2222"},
+      {"type = 'DATAC'\nencoding = 'packed'", "31/12/99", nullptr, "31/12/1999"},
+      {"type = 'HORAC'", "24:00", "does not exist", "24:00"},
+      {"type = 'HORAC'\nseparator = 'h'", "9h05", nullptr, "09h05"},
+      {"type = 'HHMMSS'", "12:00", "is no time", "00:00:00"},
+      {"type = 'ZGUID'", "{00112233-4455-6677-8899-AABBCCDDEEFF}", nullptr,
+       "00112233-4455-6677-8899-aabbccddeeff"},
+      {"type = 'ZGUID'", "0011", "is no GUID", "00110000-0000-0000-0000-000000000000"},
+      {"type = 'ZBTFIELD'\nbits = [3]", "8", "too large", "0"},
+  };
+  for (const Loss &loss : losses) {
+    SCOPED_TRACE(std::string(loss.keys) + " " + loss.text);
+    const Layout layout = one_field(loss.keys);
+    const Field &field = layout.types[0].fields[0];
+    std::vector<unsigned char> record(layout.types[0].bytes);
+    const char *lost = take(field, loss.text, record.data());
+    EXPECT_EQ(loss.lost == nullptr, lost == nullptr) << lost;
+    if (lost != nullptr && loss.lost != nullptr) {
+      EXPECT_NE(nullptr, strstr(lost, loss.lost)) << lost;
+    }
+    EXPECT_EQ(loss.stored, field_text(field, record.data()));
+  }
+}
+
+struct Fault {
+  const char *keys, *bytes, *what;
+};
+
+TEST(Fields, WhatIsNotWellFormedIsFound) {
+  const Fault faults[] = {
+      {"type = 'CODALF05'", "30D98300", nullptr},
+      {"type = 'CODALF05'", "30D98303", "spare bits"},
+      {"type = 'CODALF05'", "30003000", "past the end mark"},
+      {"type = 'CODALF05'", "FC000000", "without a character"},
+      {"type = 'CODALF05'", "30100000", "blank before the end"},
+      {"type = 'CODSTR'\nbytes = 3", "410042", "behind the end"},
+      {"type = 'CODSTR'\nbytes = 3\nencoding = 'UTF-8'", "41FF42", "no character"},
+      {"type = 'BSTR21'", "067B0000000000000000", nullptr},
+      {"type = 'BSTR21'", "167B0000000000000000", "more digits counted"},
+      {"type = 'BSTR21'", "027B0000000000000000", "longer than its count"},
+      {"type = 'BSTR21'", "15FFFFFFFFFFFFFFFF00", "past a limb"},
+      {"type = 'BINQ9'", "FFFFE7890423C78A63", nullptr},
+      {"type = 'BINQ9'", "0000E8890423C78A00", "past a limb"},
+      {"type = 'BINQ9'", "000000000000000064", "past a limb"},
+      {"type = 'BINQ21'", "000000000000000000000000000000000010A5D4E8", "past a limb"},
+      {"type = 'DATAC'", "B8BF04", nullptr},
+      {"type = 'DATAC'", "40420F", "past those of a date"},
+      {"type = 'DATAC'\nencoding = 'packed'", "B8BF04", "other encoding"},
+      {"type = 'DATAC'\nencoding = 'decimal'", "9FD18F", "other encoding"},
+      {"type = 'DATAC'", "5FD08F", "does not exist"},
+      {"type = 'DATAC'", "0200A0", nullptr},
+      {"type = 'DATAC'", "0C00A0", "does not come back"},
+      {"type = 'HORAC'", "9B05", nullptr},
+      {"type = 'HORAC'", "6009", "does not exist"},
+      {"type = 'HHMMSS'", "18003C", "does not exist"},
+      {"type = 'ZBTFIELD'\nbits = [3, 2]", "20", "spare bits"},
+  };
+  for (const Fault &fault : faults) {
+    SCOPED_TRACE(std::string(fault.keys) + " " + fault.bytes);
+    const Layout layout = one_field(fault.keys);
+    std::vector<unsigned char> record;
+    for (const char *at = fault.bytes; *at != '\0'; at += 2) {
+      record.push_back(static_cast<unsigned char>(std::stoi(std::string(at, 2), nullptr, 16)));
+    }
+    ASSERT_EQ(layout.types[0].bytes, record.size());
+    const char *what = field_fault(layout.types[0].fields.back(), record.data());
+    EXPECT_EQ(fault.what == nullptr, what == nullptr) << what;
+    if (what != nullptr && fault.what != nullptr) {
+      EXPECT_NE(nullptr, strstr(what, fault.what)) << what;
+    }
+  }
+}
+
+TEST(Fields, NamedChecksLookAtTheDigits) {
+  struct Case {
+    const char *check, *text;
+    bool good;
+  };
+  const Case cases[] = {{"CPF", "12345678909", true},      {"CPF", "123.456.789-09", true},
+                        {"CPF", "12345678908", false},     {"CPF", "", true},
+                        {"CPF", "00000000000", true},      {"CNPJ", "11.222.333/0001-81", true},
+                        {"CNPJ", "11222333000180", false}, {"modulo11", "12343", true},
+                        {"modulo11", "12344", false}};
+  for (const Case &c : cases) {
+    ASSERT_NE(nullptr, named_check(c.check));
+    EXPECT_EQ(c.good, holds(*named_check(c.check), c.text)) << c.check << " " << c.text;
+  }
+}
+
+}  // namespace
+}  // namespace campotipo::tool::test

@@ -1,0 +1,145 @@
+// Layout files: where the fields come to lie, and faults told with file, line and expectation.
+
+#include <gtest/gtest.h>
+
+#include "app/failure.hpp"
+#include "layout/drawings.hpp"
+#include "tests/tools/tool_fixture.hpp"
+
+namespace campotipo::tool::test {
+namespace {
+
+TEST(LayoutFile, PlacesGroupsRepetitionsAndParts) {
+  const Layout layout = parse_layout(
+      "name = 'r'\nsize = 25\nheader = 4\ntrailer = { hex = '0D0A' }\n"
+      "length = { bytes = 2, order = 'big', counts_itself = true }\n"
+      "[[field]]\nname = 'a'\ntype = 'BIN2'\n"
+      "[[field]]\nname = 'g'\ncount = 2\n"
+      "[[field.field]]\nname = 'x'\ntype = 'BIN3'\ncount = 2\n"
+      "[[field.field]]\nname = 'y'\ntype = 'ZBTFIELD'\nbits = [{ name = 'p', bits = 5 }, 4]\n"
+      "[[field]]\ntype = 'fill'\nhex = 'AB'\nbytes = 3\n"
+      "[[field]]\nname = 'quando'\ntype = 'HORAC'\ncolumn = 'a'\njoin = ' '\n"
+      "[[field]]\nname = 'z'\ntype = 'BIN2'\n",
+      "x.toml");
+  const RecordType &record = layout.types[0];
+  std::string places;
+  for (const Field &field : record.fields) {
+    places += field.name + "@" + std::to_string(field.offset) + " ";
+  }
+  EXPECT_EQ(
+      "a@0 g_1.x_1@2 g_1.x_2@5 g_1.y.p@8 g_1.y.parte2@8 g_2.x_1@10 g_2.x_2@13 g_2.y.p@16 "
+      "g_2.y.parte2@16 quando@21 z@23 ",
+      places);
+  EXPECT_EQ("\xAB\xAB\xAB", record.fill[0].params.fill);
+  EXPECT_EQ(std::vector<std::size_t>({0, 9}), record.columns[0].fields);
+  EXPECT_EQ(10U, layout.columns.size());
+  EXPECT_EQ(4U, layout.header.bytes);
+  EXPECT_EQ("\r\n", layout.trailer.content);
+  EXPECT_TRUE(layout.prefix.big && layout.prefix.counts_itself && layout.prefix.bytes == 2);
+  std::size_t at = 0;
+  for (const Span &span : spans(record)) {
+    EXPECT_EQ(at, span.offset) << span.name;
+    at += span.bytes;
+  }
+  EXPECT_EQ(record.bytes, at);
+}
+
+TEST(LayoutFile, KindsAreToldApartByTheStoredForm) {
+  const Layout layout = parse_layout(
+      "name = 'f'\nselect = 't'\n"
+      "[[record]]\nname = 'h'\nwhen = 'H'\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n"
+      "[[record]]\nname = 'd'\nwhen = ['D', 'E']\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n"
+      "[[record.field]]\nname = 'n'\ntype = 'BIN1'\n"
+      "[[record]]\nname = 'o'\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n",
+      "x.toml");
+  for (const auto &[text, kind] : {std::pair{"H", "h"}, {"D", "d"}, {"E", "d"}, {"Q", "o"}}) {
+    unsigned char record[5] = {};
+    take(layout.types[0].fields[0], text, record);
+    EXPECT_EQ(kind, layout.type_of(record)->name);
+  }
+  EXPECT_FALSE(layout.fixed_size());
+}
+
+struct Wrong {
+  const char *toml, *place, *what;
+};
+
+TEST(LayoutFile, FaultsTellLineAndExpectation) {
+  const std::string f = "name = 'r'\n[[field]]\nname = 'f'\n";
+  const Wrong wrongs[] = {
+      {"name = 'r'\nfeild = 1\n", "x.toml:1", "field: expected at least one field"},
+      {"name = 'r'\nnome = 1\n[[field]]\nname='a'\ntype='BIN1'\n", "x.toml:2:1",
+       "nothing here is called \"nome\", expected \"name\"?"},
+      {"name = 3\n", "x.toml:1:8", "name: expected a text, found 3"},
+      {"[[field]]\n", "x.toml:1:1", "name: expected the name of the record, found none"},
+      {"name = 'r'\n[[field]]\nname = 'a b'\ntype='BIN1'", "x.toml:3:8", "without blanks"},
+      {"name = 'r'\nx = \n", "x.toml:2", ""},
+      {"name = 'r'\nencoding = 'no-such'\n", "x.toml:2:12", "a character set"},
+      {"name = 'r'\nencoding = 'UTF-16LE'\n", "x.toml:2:12", "one byte a character"},
+      {"name = 'r'\nsize = 3\n[[field]]\nname='a'\ntype='BIN1'", "x.toml:2:8",
+       "the fields take 1 bytes, expected 3"},
+      {"@type = 'CODALF13'\n", "x.toml:4:8", "such as \"CODALF1"},
+      {"@type = 'CODALFA'\n", "x.toml:2:1", "positions: expected how many characters"},
+      {"@type = 'CODSTR'\nbytes = 0\n", "x.toml:5:9", "a whole number from 1 to"},
+      {"@type = 'BIN4'\ndecimals = 51\n", "x.toml:5:12", "from 0 to 50, found 51"},
+      {"@type = 'BIN4'\npositions = 5\n", "x.toml:5:1", "nothing here is called \"positions\""},
+      {"@type = 'CODALF05'\noptions = ['zero']\n", "x.toml:5:11", "some of \"zeros\""},
+      {"@type = 'DATAC'\nformat = 'DD/MM'\n", "x.toml:5:10", "DD, MM and AAAA"},
+      {"@type = 'DATAC'\nencoding = 'bcd'\n", "x.toml:5:12", "\"both\", \"packed\" or \"decimal\""},
+      {"@type = 'HORAC'\nseparator = '7'\n", "x.toml:5:13", "no digit"},
+      {"@type = 'BIN4'\ncheck = 'CPFX'\n", "x.toml:5:9", "one of \"CPF\""},
+      {"@type = 'ZBTFIELD'\nbits = [3, 65]\n", "x.toml:5:12", "1 to 64 bits"},
+      {"@type = 'ZBTFIELD'\nbits = []\n", "x.toml:5:8", "the parts of the area"},
+      {"@type = 'BIN4'\ncount = 0\n", "x.toml:5:9", "from 1 to"},
+      {"@type = 'BIN1'\n[[field]]\nname = 'f'\ntype = 'BIN1'\n", "x.toml:5:1", "each name once"},
+      {"@type = 'BIN1'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'BIN1'\n", "x.toml:1",
+       "share the column"},
+      {"@type = 'BIN1'\n[[field]]\ntype = 'fill'\nhex = '0'\n", "x.toml:7:7",
+       "pairs of hexadecimal digits"},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='u'\n"
+       "type='BIN1'\n",
+       "x.toml:6:1", "a field called \"t\""},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='900'\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n",
+       "x.toml:5:6", "too large"},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\n[[record.field]]\nname='t'\ntype='BIN1'\n"
+       "[[record]]\nname='i'\nwhen='1'\n[[record.field]]\nname='q'\ntype='BIN1'\n[[record.field]]\n"
+       "name='t'\ntype='BIN1'\n",
+       "x.toml:11", "place and size"},
+  };
+  for (const Wrong &wrong : wrongs) {
+    const std::string toml = wrong.toml[0] == '@' ? f + (wrong.toml + 1) : wrong.toml;
+    SCOPED_TRACE(toml);
+    try {
+      parse_layout(toml, "x.toml");
+      ADD_FAILURE() << "was accepted";
+    } catch (const Failure &failure) {
+      const std::string what = failure.what();
+      EXPECT_EQ(0U, what.find(wrong.place)) << what;
+      EXPECT_NE(std::string::npos, what.find(wrong.what)) << what;
+      EXPECT_EQ(kUnusable, failure.status());
+    }
+  }
+}
+
+TEST(LayoutDrawings, NameEveryFieldOnce) {
+  const Layout layout = parse_layout(layout_of_every_type(), "every.toml");
+  const std::string header = c_header(layout);
+  const std::string sql = sql_tables(layout);
+  const std::string picture = svg(layout, layout.types[0]);
+  for (const Field &field : layout.types[0].fields) {
+    EXPECT_NE(std::string::npos, sql.find("\"" + field.column + "\" ")) << field.column;
+  }
+  for (const Span &span : spans(layout.types[0])) {
+    EXPECT_NE(std::string::npos, picture.find(">" + span.name + ": bytes")) << span.name;
+  }
+  EXPECT_EQ(std::string::npos, sql.find('%'));
+  EXPECT_NE(std::string::npos, header.find("#define TUDO_F_DATAC_OFFSET "));
+  std::vector<std::string> taken;
+  EXPECT_EQ("int_", c_name("int", taken));
+  EXPECT_EQ("f1_a", c_name("1.a", taken));
+  EXPECT_EQ("f1_a_2", c_name("1-a", taken));
+}
+
+}  // namespace
+}  // namespace campotipo::tool::test

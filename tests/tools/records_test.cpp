@@ -1,0 +1,338 @@
+// Files of records: how they are cut, written as text, and loaded again.
+
+#include <gtest/gtest.h>
+
+#include "app/output.hpp"
+#include "app/pipeline.hpp"
+#include "records/examiner.hpp"
+#include "records/loader.hpp"
+#include "records/program.hpp"
+#include "records/statistics.hpp"
+#include "records/stream.hpp"
+#include "tests/tools/tool_fixture.hpp"
+
+namespace campotipo::tool::test {
+namespace {
+
+struct Cut {
+  std::vector<std::string> records;
+  std::vector<std::string> faults;
+};
+
+Cut cut(const std::string &toml, const std::string &file, bool go_on,
+        RecordStream::Range range = {}) {
+  const Layout layout = parse_layout(toml, "test");
+  const TemporaryFile stored(file);
+  Input input(stored.path());
+  RecordStream stream(input, layout, go_on, range);
+  RecordBlock block;
+  Cut result;
+  while (stream.fill(block)) {
+    for (const auto &record : block.records) {
+      EXPECT_EQ(file.substr(block.place(record), record.type->bytes),
+                std::string(block.bytes.begin() + long(record.at),
+                            block.bytes.begin() + long(record.at + record.type->bytes)));
+      result.records.push_back(record.type->name + "@" + std::to_string(block.place(record)));
+    }
+    for (const StreamFault &fault : block.faults) result.faults.push_back(fault.text());
+  }
+  return result;
+}
+
+const std::string kPair = "name='r'\n@[[field]]\nname='a'\ntype='BIN2'\n";
+const std::string kKinds =
+    "name='f'\nselect='t'\n@[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='t'\n"
+    "type='BIN1'\n[[record]]\nname='d'\nwhen='2'\n[[record.field]]\nname='t'\ntype='BIN1'\n"
+    "[[record.field]]\nname='x'\ntype='BIN2'\n";
+
+std::string with(std::string toml, const std::string &keys) {
+  return toml.replace(toml.find('@'), 1, keys);
+}
+
+struct Case {
+  std::string toml, file;
+  std::vector<std::string> records, faults, faults_when_going_on;
+};
+
+TEST(RecordStream, CutsWhatTheLayoutTells) {
+  const std::string end2 = "record 2, byte 2: the file ends inside the record, 1 bytes into it";
+  const std::string own = "length={bytes=1}\n";
+  const std::string kind = "a record of no kind that the layout knows";
+  const Case cases[] = {
+      {with(kPair, ""), "", {}, {}, {}},
+      {with(kPair, ""), "aabb", {"r@0", "r@2"}, {}, {}},
+      {with(kPair, ""), "aab", {"r@0"}, {end2}, {end2}},
+      {with(kPair, "header=3\ntrailer=2\n"), "HHHaabbTT", {"r@3", "r@5"}, {}, {}},
+      {with(kPair, "header={hex='48'}\ntrailer={hex='54'}\n"),
+       "haat",
+       {"r@1"},
+       {},
+       {"byte 0: the header holds other bytes than told",
+        "byte 3: the trailer holds other bytes than told"}},
+      {with(kPair, "header=3\n"),
+       "HH",
+       {},
+       {"byte 2: the file ends inside its header of 3 bytes"},
+       {"byte 2: the file ends inside its header of 3 bytes"}},
+      {with(kPair, "trailer=3\n"),
+       "TT",
+       {},
+       {"byte 0: the file ends inside its trailer of 3 bytes"},
+       {"byte 0: the file ends inside its trailer of 3 bytes"}},
+      {with(kPair, own), "\2aa\2bb", {"r@1", "r@4"}, {}, {}},
+      {with(kPair, "length={bytes=2,order='big',counts_itself=true}\n"),
+       std::string("\0\4aa\0\4bb", 8),
+       {"r@2", "r@6"},
+       {},
+       {}},
+      {with(kPair, own),
+       "\1a\2bb",
+       {},
+       {"record 1, byte 0: a record of 1 bytes, expected 2"},
+       {"record 1, byte 0: a record of 1 bytes, expected 2"}},
+      {with(kKinds, ""), "\1\2xx\1", {"h@0", "d@1", "h@4"}, {}, {}},
+      {with(kKinds, ""),
+       "\1\7xx\1",
+       {"h@0"},
+       {"record 2, byte 1: " + kind},
+       {"record 2, byte 1: " + kind}},
+      {with(kKinds, own),
+       "\1\1\3\7xx\3\2xx",
+       {"h@1"},
+       {"record 2, byte 3: " + kind},
+       {"record 2, byte 3: " + kind}},
+      {with(kKinds, ""),
+       "\1\2x",
+       {"h@0"},
+       {"record 2, byte 1: the file ends inside the record, 2 bytes into it"},
+       {"record 2, byte 1: the file ends inside the record, 2 bytes into it"}},
+  };
+  for (const Case &c : cases) {
+    SCOPED_TRACE(c.toml + c.file);
+    const Cut strict = cut(c.toml, c.file, false);
+    EXPECT_EQ(c.records, strict.records);
+    EXPECT_EQ(c.faults, strict.faults);
+    EXPECT_EQ(c.faults_when_going_on, cut(c.toml, c.file, true).faults);
+  }
+  EXPECT_EQ(std::vector<std::string>({"h@1", "d@7"}),
+            cut(with(kKinds, own), "\1\1\3\7xx\3\2xx", true).records);
+}
+
+// Records that cross the ends of the blocks a file is read in, and any range of them.
+TEST(RecordStream, BlocksDoNotShow) {
+  Random random(3);
+  std::string file = "H";
+  std::vector<std::string> expected;
+  for (int i = 0; i < 200000; ++i) {
+    const bool head = random.between(0, 1) == 0;
+    expected.push_back((head ? "h@" : "d@") + std::to_string(file.size()));
+    file += head ? "\1" : "\2xy";
+  }
+  EXPECT_EQ(expected, cut(with(kKinds, "header=1\n"), file, false).records);
+  for (const std::uint64_t from : {1, 7, 150000, 199999, 200001}) {
+    const auto part = cut(with(kKinds, "header=1\n"), file, false, {from, 3}).records;
+    const auto first = expected.begin() + long(from - 1);
+    EXPECT_EQ(std::vector<std::string>(first, std::min(first + 3, expected.end())), part);
+  }
+  const std::string fixed(500001, 'a');
+  EXPECT_EQ(std::vector<std::string>({"r@400001"}),
+            cut(with(kPair, "header=1\n"), fixed, false, {200001, 1}).records);
+}
+
+struct Loaded {
+  std::string bytes;
+  Tally lost;
+  std::string fault;
+};
+
+Loaded load(const Layout &layout, const std::string &csv, bool strict = false) {
+  const TemporaryFile stored(csv);
+  Input input(stored.path());
+  CsvStream stream(input);
+  std::vector<std::string> header;
+  Loaded result;
+  if (!stream.header(header)) return result;
+  const Loader loader(layout, header, {}, "csv");
+  LoadedBlock block;
+  std::uint64_t rows = 0;
+  while (stream.fill(block.csv)) {
+    loader.load(block, strict);
+    result.bytes += block.records.view();
+    result.lost.merge(block.lost, rows);
+    rows += block.rows;
+    if (!block.fault.empty()) {
+      result.fault = block.fault;
+      break;
+    }
+  }
+  return result;
+}
+
+std::string dump(const Layout &layout, const std::string &file,
+                 const std::vector<Program> &programs) {
+  const TemporaryFile stored(file);
+  Input input(stored.path());
+  RecordStream stream(input, layout, false);
+  RecordBlock block;
+  Buffer out;
+  while (stream.fill(block)) {
+    EXPECT_TRUE(block.faults.empty());
+    for (const auto &record : block.records) {
+      programs[std::size_t(record.type - layout.types.data())].run(block.record(record), out);
+    }
+  }
+  return std::string(out.view());
+}
+
+std::string csv_of(const Layout &layout, const std::string &file, bool hex = false) {
+  return csv_header(layout, layout.columns, hex, "\r\n") +
+         dump(layout, file, csv_programs(layout, layout.columns, hex, "\r\n"));
+}
+
+std::string random_record(const RecordType &type, Random &random) {
+  std::vector<unsigned char> record(type.bytes);
+  for (const Field &fill : type.fill) {
+    std::copy(fill.params.fill.begin(), fill.params.fill.end(), record.begin() + long(fill.offset));
+  }
+  for (const Field &field : type.fields) {
+    EXPECT_EQ(nullptr, take(field, random_text(field, random), record.data())) << field.name;
+  }
+  return {record.begin(), record.end()};
+}
+
+TEST(RoundTrip, EveryTypeComesBackByteForByte) {
+  const Layout layout = parse_layout(layout_of_every_type(), "test");
+  Random random(4);
+  std::string file;
+  for (int i = 0; i < 500; ++i) file += random_record(layout.types[0], random);
+  for (const bool hex : {false, true}) {
+    const Loaded loaded = load(layout, csv_of(layout, file, hex));
+    EXPECT_TRUE(loaded.lost.empty() && loaded.fault.empty()) << loaded.fault;
+    EXPECT_TRUE(file == loaded.bytes);
+  }
+}
+
+TEST(RoundTrip, SeveralKindsWithLengthsAndSharedColumns) {
+  const Layout layout = parse_layout(
+      "name='f'\nselect='t'\nlength={bytes=2}\n"
+      "[[record]]\nname='h'\nwhen='H'\n[[record.field]]\nname='t'\ntype='CODALF05'\n"
+      "[[record.field]]\nname='nome'\ntype='CODSTR'\nbytes=9\n"
+      "[[record]]\nname='d'\n[[record.field]]\nname='t'\ntype='CODALF05'\n"
+      "[[record.field]]\ntype='fill'\nhex='FE20'\n"
+      "[[record.field]]\nname='dia'\ntype='DATAC'\nencoding='packed'\ncolumn='quando'\n"
+      "[[record.field]]\nname='hora'\ntype='HHMMSS'\ncolumn='quando'\njoin=' '\n"
+      "[[record.field]]\nname='nome'\ntype='CODSTR'\nbytes=3\n",
+      "test");
+  Random random(5);
+  std::string file;
+  for (int i = 0; i < 400; ++i) {
+    const RecordType &type = layout.types[random.between<std::size_t>(0, 1)];
+    std::string record = random_record(type, random);
+    auto *bytes = reinterpret_cast<unsigned char *>(record.data());
+    std::fill(bytes, bytes + 4, static_cast<unsigned char>(0));
+    take(type.fields[0], type.name == "h" ? "H" : "D", bytes);
+    file += length_prefix(layout, type) + record;
+  }
+  const std::string csv = csv_of(layout, file);
+  EXPECT_EQ("record,t,nome,quando\r\n", csv.substr(0, csv.find('\n') + 1));
+  EXPECT_TRUE(file == load(layout, csv).bytes);
+  const Loaded lost = load(layout, "record,t,nome,quando\nh,H,x,01/01/2024 10:00:00\n");
+  ASSERT_EQ(1U, lost.lost.total());
+  EXPECT_EQ("the record has no such field", lost.lost.lines()[0].what);
+  EXPECT_EQ("no kind of record is called \"z\"", load(layout, "record,t\nz,H\n").fault);
+}
+
+TEST(Loader, CountsWhatIsLostAndStopsWhereTold) {
+  const Layout layout = parse_layout(with(kPair, ""), "test");
+  const std::string csv = "a\n1\n70000\nx\n2\n99999\n";
+  const Loaded loaded = load(layout, csv);
+  EXPECT_EQ(10U, loaded.bytes.size());
+  ASSERT_EQ(2U, loaded.lost.lines().size());
+  EXPECT_EQ("a", loaded.lost.lines()[0].field);
+  EXPECT_EQ(2U, loaded.lost.lines()[0].entry.count);
+  EXPECT_EQ(2U, loaded.lost.lines()[0].entry.places[0].record);
+  EXPECT_EQ(4U, loaded.lost.lines()[0].entry.places[0].offset);
+  EXPECT_EQ(5U, loaded.lost.lines()[0].entry.places[1].record);
+  EXPECT_EQ(2U, load(layout, csv, true).bytes.size());
+  EXPECT_EQ("2 cells, expected 1", load(layout, "a\n1\n1,2\n").fault);
+  EXPECT_EQ(1U, load(layout, std::string("a\n1\0002\n", 6)).lost.total());
+}
+
+TEST(Programs, JsonNestsGroupsAndRepetitions) {
+  const Layout layout = parse_layout(
+      "name='r'\n[[field]]\nname='n'\ntype='BIN1'\ncount=2\n[[field]]\nname='g'\ncount=2\n"
+      "[[field.field]]\nname='x'\ntype='CODSTR'\nbytes=2\n[[field.field]]\nname='b'\n"
+      "type='ZBTFIELD'\nbits=[4, 4]\n[[field]]\nname='d'\ntype='DATAC'\n[[field]]\nname='v'\n"
+      "type='BINQ9'\ndecimals=1\n",
+      "test");
+  std::string record(2, '\7');
+  record +=
+      "\"\n\x21"
+      "a";
+  record += std::string(layout.types[0].bytes - record.size(), '\0');
+  const auto json = [&](const std::vector<std::string> &names) {
+    return dump(layout, record, json_programs(layout, chosen_columns(layout, names), false));
+  };
+  EXPECT_EQ(
+      "{\"n\":[7,7],\"g\":[{\"x\":\"\\\"\\n\",\"b\":{\"parte1\":\"1\",\"parte2\":\"2\"}},"
+      "{\"x\":\"a\",\"b\":{\"parte1\":\"0\",\"parte2\":\"0\"}}],\"d\":null,\"v\":\"0.0\"}\n",
+      json({}));
+  EXPECT_EQ("{\"g\":[{\"b\":{\"parte1\":\"1\"}},{\"b\":{\"parte1\":\"0\"}}],\"d\":null}\n",
+            json({"g.b.parte1", "d"}));
+}
+
+TEST(Pipeline, KeepsTheOrderAndTheFirstFault) {
+  for (const int jobs : {1, 2, 5}) {
+    for (const int bad : {-1, 0, 57, 199}) {
+      int next = 0;
+      std::vector<int> drained;
+      const auto run = [&] {
+        Pipeline<int, std::function<bool(int &)>, std::function<void(int &)>,
+                 std::function<void(int &)>>(
+            jobs, [&](int &block) { return (block = next++) < 200; },
+            [&](int &block) {
+              if (block == bad) throw std::runtime_error("bad");
+              block *= 3;
+            },
+            [&](int &block) { drained.push_back(block); })
+            .run();
+      };
+      if (bad < 0) {
+        run();
+      } else {
+        EXPECT_THROW(run(), std::runtime_error);
+      }
+      ASSERT_EQ(bad < 0 ? 200U : std::size_t(bad), drained.size()) << jobs;
+      for (std::size_t i = 0; i < drained.size(); ++i) ASSERT_EQ(int(i) * 3, drained[i]);
+    }
+  }
+}
+
+TEST(Statistics, OrderCountsAndDistinctValues) {
+  const Layout layout = parse_layout(
+      "name='r'\n[[field]]\nname='n'\ntype='BIN4'\n[[field]]\nname='d'\ntype='DATAC'\n", "test");
+  FieldStatistics numbers(layout.types[0].fields[0]);
+  FieldStatistics dates(layout.types[0].fields[1]);
+  constexpr int kValues = 60000;
+  for (int i = 0; i < kValues; ++i) {
+    unsigned char record[7] = {};
+    take(layout.types[0].fields[0], std::to_string(i * 7), record);
+    const char *const some[] = {"", "31/12/99", "01/01/2000", "15/06/2024"};
+    take(layout.types[0].fields[1], some[i % 4], record);
+    numbers.add(record);
+    dates.add(record);
+  }
+  EXPECT_FALSE(numbers.distinct().exact());
+  EXPECT_NEAR(kValues, double(numbers.distinct().value()), kValues * 0.05);
+  EXPECT_EQ("419993", numbers.greatest());
+  EXPECT_EQ("0", numbers.least());
+  EXPECT_TRUE(dates.distinct().exact());
+  EXPECT_EQ(4U, dates.distinct().value());
+  EXPECT_EQ(kValues / 4U, dates.empty());
+  EXPECT_EQ("31/12/99", dates.least());
+  EXPECT_EQ("15/06/2024", dates.greatest());
+  EXPECT_EQ(kValues / 4U, dates.few().at("01/01/2000"));
+}
+
+}  // namespace
+}  // namespace campotipo::tool::test

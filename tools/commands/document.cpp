@@ -1,0 +1,86 @@
+#include <algorithm>
+#include <memory>
+
+#include "app/failure.hpp"
+#include "app/output.hpp"
+#include "commands/commands.hpp"
+#include "fields/checks.hpp"
+#include "text/aligned.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr const char *kExample =
+    "Examples:\n"
+    "  campotipo document 12.ABC.345/01DE-35\n"
+    "  campotipo document 12345678909";
+constexpr std::size_t kLongestForm = 64;
+
+struct Request {
+  std::string text;
+  bool strict = false;
+};
+
+// Whether a text has the length and the characters of a kind of document.
+bool can_be(const NamedCheck &check, const std::string &text) {
+  if (check.shortest == 0 || text.size() < check.shortest || text.size() > check.longest) {
+    return false;
+  }
+  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+  const auto is_capital = [](char c) { return c >= 'A' && c <= 'Z'; };
+  const auto digits = std::count_if(text.begin(), text.end(), is_digit);
+  const auto capitals = std::count_if(text.begin(), text.end(), is_capital);
+  if (digits + capitals != static_cast<std::ptrdiff_t>(text.size())) return false;
+  switch (check.letters) {
+    case NamedCheck::kNone:
+      return capitals == 0;
+    case NamedCheck::kSome:
+      return true;
+    case NamedCheck::kAtLeastOne:
+      return capitals > 0;
+  }
+  return false;
+}
+
+std::string usual_form(const NamedCheck &check, const std::string &text) {
+  if (check.punctuate == nullptr) return text;
+  std::string form(kLongestForm, '\0');
+  check.punctuate(form.data(), text.c_str());
+  form.resize(form.find('\0'));
+  return form;
+}
+
+int document(const Request &request) {
+  const std::string text = without_punctuation(request.text);
+  Output output("");
+  AlignedTable table({{"document"}, {"digits"}, {"usual form"}, {"what it is"}}, output);
+  bool any = false;
+  bool good = false;
+  for (const NamedCheck &check : named_checks()) {
+    if (!can_be(check, text)) continue;
+    std::string copy = text;
+    const bool fits = check.holds(copy.data(), 0) != 0;
+    table.add({check.name, fits ? "hold" : "fail", usual_form(check, text), check.title});
+    any = true;
+    good = good || fits;
+  }
+  if (any) table.finish();
+  output.commit();
+  if (!any) tell("\"" + request.text + "\": no document has its length and characters");
+  return good || !request.strict ? kGood : kFound;
+}
+
+}  // namespace
+
+void add_document(CLI::App &app, Action &action) {
+  CLI::App *command = app.add_subcommand(
+      "document", "Tell which documents a text can be, and whether its check digits hold");
+  auto request = std::make_shared<Request>();
+  command->add_option("TEXT", request->text, "The text, with any punctuation")->required();
+  command->add_flag("--strict", request->strict, "Status 1 unless the digits of one hold");
+  command->footer(kExample);
+  command->callback([&action, request] { action = [request] { return document(*request); }; });
+}
+
+}  // namespace campotipo::tool
