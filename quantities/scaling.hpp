@@ -148,7 +148,8 @@ inline int divide(unsigned char *dest, const unsigned char *src, unsigned power)
 }
 
 template <int N>
-inline void multiply_in_range(unsigned char *dest, Limbs<N> number, unsigned power) {
+[[gnu::noinline]] inline void multiply_by_limbs(unsigned char *dest, Limbs<N> number,
+                                                unsigned power) {
   const unsigned whole = whole_limbs(power);
   number.add_limbs(whole);
   number.add_digits(power - kLimbDigits * whole);
@@ -160,7 +161,7 @@ template <int N>
 [[gnu::noinline, gnu::cold]] inline void multiply_text(unsigned char *dest,
                                                        const unsigned char *src, unsigned power) {
   divide_text<N>(dest, src, 0);
-  multiply_in_range(dest, Limbs<N>(dest), power);
+  multiply_by_limbs(dest, Limbs<N>(dest), power);
 }
 
 template <int N>
@@ -168,13 +169,18 @@ inline void multiply(unsigned char *dest, const unsigned char *src, unsigned pow
   if (power == 0) {
     // Not converted, so limbs out of range stay.
     std::memmove(dest, src, N);
-  } else if (power >= static_cast<unsigned>(kMember<N>.digits)) {
-    std::memset(dest, 0, N);
-  } else if (const Limbs<N> number(src); number.in_range()) [[likely]] {
-    multiply_in_range(dest, number, power);
-  } else {
-    multiply_text<N>(dest, src, power);
+    return;
   }
+  if (power >= static_cast<unsigned>(kMember<N>.digits)) {
+    std::memset(dest, 0, N);
+    return;
+  }
+  Limbs<N> number(src);
+  if (!number.in_range()) [[unlikely]]
+    return multiply_text<N>(dest, src, power);
+  if (power >= kLimbDigits) return multiply_by_limbs(dest, number, power);
+  number.add_digits(power);
+  number.store(dest);
 }
 
 }  // namespace campotipo::quantities::scaling

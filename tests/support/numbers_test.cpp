@@ -129,7 +129,7 @@ TEST_P(NumberTest, WritesWhatPrintfWrites) {
       if (decimals > 0) {
         const auto places = static_cast<std::size_t>(decimals);
         if (fixed.size() <= places) fixed.insert(0, places + 1 - fixed.size(), '0');
-        fixed.insert(fixed.size() - places, ".");
+        fixed.insert(fixed.size() - places, 1, '.');
       }
       text = text_.text_at_end(fixed.size() + 1);
       EXPECT_EQ(GetParam().print_fixed(text, field(value), decimals), text);
