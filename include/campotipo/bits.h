@@ -215,7 +215,8 @@ CAMPOTIPO_API int ZBTFIELD_big_testa_bit(const unsigned char *packed,
  * The text is made in a growable text of campotipo-support. Without memory for it the buffer gets
  * its NUL at byte 0 and nothing else.
  *
- * buffer   at least one byte, also with size 0: a NUL is first written at byte 0
+ * buffer   at least one byte, also with size 0: a NUL is first written at byte 0; apart from the
+ *          packed area and the table
  * size     bytes of the buffer, 0 or more; a negative size acts like 0. Exactly so many are
  *          written: NULs behind a text that is shorter. A text of size characters or more is cut to
  *          size and has no NUL.
@@ -319,7 +320,8 @@ typedef struct __attribute__((packed)) ZGUID_ESTADO {
  *
  * estado   all 52 bytes are written
  * no       count bytes, not in the record; null is allowed with count 0
- * count    bytes of the node; of more than 6 the first 6 are taken, bytes not given are 0
+ * count    bytes of the node; of more than 6 the first 6 are taken, of less than 0 none; bytes not
+ *          given are 0
  */
 CAMPOTIPO_API void ZGUID_prepara(ZGUID_ESTADO *estado, const unsigned char *no,
                                  int count) CAMPOTIPO_NOEXCEPT;

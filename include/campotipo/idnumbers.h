@@ -17,8 +17,9 @@
  * The numbers of other Brazilian documents, and their punctuation, are in <campotipo/documents.h>.
  *
  * Nothing here allocates, keeps state or depends on the locale. A text is a string of 8-bit
- * characters ended by a NUL and is read no further. Threads: operations on different data may run
- * at the same time.
+ * characters ended by a NUL and is read no further. Unless told so, pointers are never null and what
+ * is written overlaps no other operand. Threads: operations on different data may run at the same
+ * time.
  */
 
 #ifdef __cplusplus
@@ -141,8 +142,8 @@ CAMPOTIPO_API int DIGVERIF_monta_dv_modulo11(char *text, int make) CAMPOTIPO_NOE
  * parte5 and parte2. It gives back what its bit widths keep.
  *
  * parte1, parte2, parte3, parte4, parte5, parte6
- *          the values, not negative; a negative one counts as 2^32 more. All but parte2 may be null,
- *          which leaves that value out.
+ *          the values, not negative; a negative one counts as 2^32 more. All but parte2 may be
+ *          null, which leaves that value out.
  *
  * Example: form B and back.
  *

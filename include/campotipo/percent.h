@@ -128,6 +128,8 @@ CAMPOTIPO_API void ARRED_v4_nbr(PARCELA *value, int casas, int extras) CAMPOTIPO
  * Stored form: an unsigned binary integer, least significant byte first, at any address; the
  * percent without its point. Every bit pattern is a percent. A field is made from text and read as
  * a number with _atoNfixo and its kin (<campotipo-support/numbers.h>): _ato2fixo(field, "12.5", 2).
+ *
+ * What is written overlaps no other operand unless told so.
  */
 
 #define PORC0_BYTES 1
@@ -157,6 +159,10 @@ CAMPOTIPO_API void ARRED_v4_nbr(PARCELA *value, int casas, int extras) CAMPOTIPO
  * The rounding forms decide on one decimal (arred) or two (arr_nbr) beyond the unit; what lies
  * below those is cut before. So 3 units at 16.67% are 0.5001, which arr_nbr sees as a tie: 0.
  * The marker file has no part in these.
+ *
+ * The product has to fit its kind with those decimals, in PORC4 with two more under every rule: one
+ * that does not becomes the end of the range first and loses the decimals then. So arr_nbr gives
+ * back 100% of no more than 2^63 / 100 units, and in PORC4 of 2^63 / 10000.
  */
 CAMPOTIPO_API void PORC0_multiplica(QUANTIA *result, const QUANTIA *base,
                                     const unsigned char *percent) CAMPOTIPO_NOEXCEPT;
@@ -284,8 +290,9 @@ CAMPOTIPO_API void PORC4_inverte(unsigned char *result,
  * that does not reach the target, the smallest value above it that does. If not even the top of the
  * range of QUANTIA does, the result is that top.
  *
- * inv_multiplica gives the smallest value of all, target * 100% / percent rounded up. In the
- * rounding forms an estimate that reaches the target is taken even where a lower value does too.
+ * For a target of zero or more inv_multiplica gives target * 100% / percent rounded up. In the
+ * rounding forms an estimate that reaches the target is taken even where a lower value does too. A
+ * target below zero is always reached by its estimate.
  *
  * At most 80 multiplications are made, whatever the target and the percent.
  */
