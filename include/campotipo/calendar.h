@@ -217,13 +217,13 @@ CAMPOTIPO_API char *DATAC_dtoa_DDMMAAAA(char *out, const unsigned char *date) CA
  * encoding of DATAC_formato, with six and with eight digits.
  *
  * The text is read as by atol, white space of the process's locale in front: leading zeros may
- * lack, and the first byte that is no digit ends it ("31/12/24" is 31). The low 32 bits of the
- * number count, from the right: a longer text loses its first digits. A text that is no number is
- * 0 and gives the zero date.
+ * lack, and the first byte that is no digit ends it ("31/12/24" is 31). A text that is no number is
+ * 0 and gives the zero date. A number below zero or with more digits than these is none of use: its
+ * low 32 bits are taken like any other number.
  *
- * out      3 bytes, all written
+ * out      3 bytes, all written; apart from the text
  * format   1 packed: what is no date becomes the zero date; any other number decimal, not checked.
- *          With 0 and six digits the number itself is stored, less its bit 23.
+ *          With 0 and six digits the low 24 bits of the number are stored, less bit 23.
  * year4    not 0: DDMMAAAA; 0: DDMMAA, the year expanded to 1980 to 2079
  * text     ended by a NUL
  */
