@@ -46,7 +46,7 @@ std::string type_text(const Span &span) {
   if ((keys & kDateEncoding) != 0 && p.encoding != DateEncoding::kBoth) {
     text += p.encoding == DateEncoding::kPacked ? ", packed" : ", decimal";
   }
-  if (field.check != nullptr) text += ", " + std::string(field.check->title);
+  if (field.check != nullptr) text += ", " + std::string(field.check->name);
   return text;
 }
 
