@@ -44,7 +44,7 @@ std::shared_ptr<const DatePattern> date_pattern(const std::string &text) {
   pattern->text = text;
   pattern->brazilian = text == "DD/MM/AAAA";
   for (DatePattern::Form *form : {&pattern->full, &pattern->two_digits}) {
-    form->place.fill(DatePattern::kOwn);
+    form->place.fill(DatePattern::kNowhere);
     form->above.fill(0xFF);
   }
   std::string_view left = text;
@@ -104,11 +104,11 @@ bool read_form(const DatePattern::Form &form, std::string_view text, unsigned ch
   const __m128i value = _mm_sub_epi8(scan::load(text.data()), vector(form.character));
   const __m128i above = vector(form.above);
   if (scan::mask(_mm_cmpeq_epi8(_mm_max_epu8(value, above), above)) != 0xFFFF) return false;
-  std::array<unsigned char, 16> values;
+  std::array<unsigned char, DatePattern::kLongest + 1> values;
   _mm_storeu_si128(reinterpret_cast<__m128i *>(values.data()), value);
-  for (std::size_t i = 0; i < form.place.size(); ++i) {
-    digits[i] = form.place[i] == DatePattern::kOwn ? 0 : values[form.place[i]];
-  }
+  values[DatePattern::kNowhere] = 0;
+#pragma GCC unroll 8
+  for (std::size_t i = 0; i < form.place.size(); ++i) digits[i] = values[form.place[i]];
   return true;
 }
 

@@ -22,9 +22,10 @@ struct DatePattern {
     std::array<unsigned char, kLongest> source = {};  // place in DDMMAAAA, or kOwn
     std::array<char, kLongest> character = {};        // "0" for a digit
     std::array<unsigned char, kLongest> above = {};   // how far above `character` it may lie
-    std::array<unsigned char, kDigits> place = {};    // of each digit; kOwn: not in the form
+    std::array<unsigned char, kDigits> place = {};    // of each digit; kNowhere: not in the form
   };
   static constexpr unsigned char kOwn = 0xFF;
+  static constexpr unsigned char kNowhere = kLongest;
 
   std::string text;
   Form full;

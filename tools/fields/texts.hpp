@@ -23,12 +23,14 @@ const char *code_fault(const unsigned char *field, const Params &p);
 const char *take_string(unsigned char *field, std::string_view text, const Params &p);
 const char *string_fault(const unsigned char *field, const Params &p);
 
-inline std::size_t code_room(const Params &p) { return static_cast<std::size_t>(p.n) + 1; }
+inline std::size_t code_room(const Params &p) {
+  return static_cast<std::size_t>(p.n) + 1 + scan::kPadding;
+}
 
 template <auto ToText>
 char *put_code(char *out, const unsigned char *field, const Params &) {
   ToText(out, field);
-  return out + std::strlen(out);
+  return scan::text_end(out);
 }
 
 // True for a text that fits and holds nothing that a code changes: then it is whole as soon as
@@ -175,7 +177,7 @@ constexpr FieldType digits(const char *name) {
   type.sql = "VARCHAR(%d)";
   type.keys = kNoKeys;
   type.traits = kNoBlank;
-  type.room = [](const Params &) { return std::size_t{Digits + 1}; };
+  type.room = [](const Params &) { return std::size_t{Digits + 1 + scan::kPadding}; };
   type.put = put_code<ToText>;
   type.take = take_digits<FromText, ToText, Digits>;
   type.fault = [](const unsigned char *field, const Params &) {

@@ -27,8 +27,7 @@ std::size_t Layout::most_bytes() const {
   return std::max_element(types.begin(), types.end(), smaller)->bytes;
 }
 
-const RecordType *Layout::type_of(const unsigned char *record) const {
-  if (!several()) return types.data();
+const RecordType *Layout::kind_of(const unsigned char *record) const {
   const RecordType *other = nullptr;
   for (const RecordType &type : types) {
     if (type.when.empty()) {

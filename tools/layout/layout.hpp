@@ -80,8 +80,11 @@ struct Layout {
   bool fixed_size() const { return prefix.bytes == 0 && least_bytes() == most_bytes(); }
 
   // The kind of a record of which select_offset + select_bytes are there; null if it is none.
-  const RecordType *type_of(const unsigned char *record) const;
+  const RecordType *type_of(const unsigned char *record) const {
+    return several() ? kind_of(record) : types.data();
+  }
 
+  const RecordType *kind_of(const unsigned char *record) const;
   const RecordType *type_named(std::string_view name) const;
 };
 

@@ -96,6 +96,11 @@ void Loader::make_kind(const RecordType &type, const std::vector<std::string> &h
       if (column.name != header[i] || cell.ignored) continue;
       for (const std::size_t place : column.fields) cell.fields.push_back(&type.fields[place]);
     }
+    if (cell.fields.size() == 1) {
+      cell.take = cell.fields[0]->type->take;
+      cell.params = &cell.fields[0]->params;
+      cell.offset = cell.fields[0]->offset;
+    }
     kind.cells.push_back(std::move(cell));
   }
   kinds_.push_back(std::move(kind));
@@ -131,6 +136,14 @@ const char *Loader::take(const Cell &cell, const CsvCell &value, unsigned char *
   return lost;
 }
 
+// A cell that is not that of one field alone.
+const char *Loader::take_other(const Cell &cell, std::size_t column, const CsvCell &value,
+                               unsigned char *record) const {
+  if (!cell.fields.empty()) return take(cell, value, record);
+  const bool stored_nowhere = !cell.ignored && column != kind_column_ && value.length != 0;
+  return stored_nowhere ? "the record has no such field" : nullptr;
+}
+
 void Loader::lose(LoadedBlock &block, std::size_t column, const CsvCell &value,
                   const char *what) const {
   block.lost.add(header_[column], what,
@@ -153,15 +166,9 @@ bool Loader::load_row(LoadedBlock &block, const std::vector<CsvCell> &row) const
   for (std::size_t i = 0; i < row.size(); ++i) {
     const Cell &cell = kind->cells[i];
     const CsvCell &value = row[i];
-    const char *lost = nullptr;
-    if (cell.fields.size() == 1) {
-      const Field &field = *cell.fields[0];
-      lost = field.type->take(record + field.offset, value.view(), field.params);
-    } else if (!cell.fields.empty()) {
-      lost = take(cell, value, record);
-    } else if (!cell.ignored && i != kind_column_ && value.length != 0) {
-      lost = "the record has no such field";
-    }
+    const char *lost = cell.take != nullptr
+                           ? cell.take(record + cell.offset, value.view(), *cell.params)
+                           : take_other(cell, i, value, record);
     if (block.csv.has_nul && std::memchr(value.text, 0, value.length) != nullptr) {
       lost = "a NUL byte, which ends the text";
     }

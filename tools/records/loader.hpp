@@ -39,6 +39,9 @@ class Loader {
 
  private:
   struct Cell {
+    decltype(FieldType::take) take = nullptr;  // of the one field, where it is one
+    const Params *params = nullptr;
+    std::size_t offset = 0;
     std::vector<const Field *> fields;  // none: the cell is not stored
     bool ignored = false;
   };
@@ -53,6 +56,8 @@ class Loader {
   void make_kind(const RecordType &type, const std::vector<std::string> &header);
   const Kind *kind_of(const std::vector<CsvCell> &row) const;
   bool load_row(LoadedBlock &block, const std::vector<CsvCell> &row) const;
+  const char *take_other(const Cell &cell, std::size_t column, const CsvCell &value,
+                         unsigned char *record) const;
   const char *take(const Cell &cell, const CsvCell &value, unsigned char *record) const;
   void lose(LoadedBlock &block, std::size_t column, const CsvCell &value, const char *what) const;
 

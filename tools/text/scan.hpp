@@ -67,6 +67,14 @@ inline unsigned not_digits(__m128i bytes) {
   return ~mask(_mm_cmpeq_epi8(_mm_max_epu8(value, nine), nine)) & 0xFFFF;
 }
 
+// The NUL of a text that sixteen readable bytes follow: short texts, so no call is made for them.
+inline char *text_end(char *text) {
+  for (;; text += 16) {
+    const unsigned end = mask(_mm_cmpeq_epi8(load(text), _mm_setzero_si128()));
+    if (end != 0) return text + std::countr_zero(end);
+  }
+}
+
 // Digits with at most one point among them: how many digits, and how many behind the point.
 struct Number {
   bool plain = false;
