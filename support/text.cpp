@@ -16,10 +16,9 @@ struct GrowableText {
 
 constexpr std::size_t kFirstCapacity = 256;
 
-// Makes room for `count` more characters and the NUL.
-bool reserve(GrowableText *text, std::size_t count) {
+// Makes room for `count` more characters and the NUL, which is more than there is.
+bool grow(GrowableText *text, std::size_t count) {
   const std::size_t needed = text->length + count + 1;
-  if (needed <= text->capacity) return true;
   const std::size_t capacity = needed > 2 * text->capacity ? needed : 2 * text->capacity;
   auto *grown = static_cast<char *>(std::realloc(text->characters, capacity));
   text->ended = grown == nullptr;
@@ -57,7 +56,7 @@ int LINHAFLEX_printf(LINHAFLEX handle, const char *format, ...) {
   int count = std::vsnprintf(text->characters + text->length, room, format, arguments);
   if (count >= 0 && static_cast<std::size_t>(count) >= room) {
     const auto length = static_cast<std::size_t>(count);
-    count = reserve(text, length)
+    count = grow(text, length)
                 ? std::vsnprintf(text->characters + text->length, length + 1, format, again)
                 : -1;
   }

@@ -44,7 +44,7 @@ TEST_P(WidthTest, LeadsToTheOperationOfTheWidth) {
   for (int round = 0; round < 200; ++round) {
     std::string text = sample_digits(random_, random_.between<std::size_t>(0, 60));
     if (round % 2 == 0 && !text.empty())
-      text[random_.between<std::size_t>(0, text.size() - 1)] = " .-"[random_.between(0, 2)];
+      text[random_.between<std::size_t>(0, text.size() - 1)] = " .-:/"[random_.between(0, 4)];
     const int decimals = random_.between(-2, 60);
     unsigned char *dest = field_.at_end(size());
     EXPECT_EQ(ZBINARIO_converteu_para_binario(dest, width(), text_.text(text)), 1);
