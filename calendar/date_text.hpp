@@ -52,7 +52,8 @@ inline char *digits6(char *out, const unsigned char *field) {
   if ((field[2] & kPacked >> 16) == 0) {
     unsigned char wide[8];
     _3to8(wide, field);
-    return _8btoa(wide, out, 6);
+    _8btoa(wide, out, 6);
+    return out;
   }
   const Date date = read(load(field));
   const std::uint64_t word = pair(date.day) | pair(date.month) << 16 | pair(date.year % 100) << 32;

@@ -57,12 +57,12 @@ inline int from_text(unsigned char *dest, const char *text) {
     std::memset(dest, 0, N + 1);
     return 0;
   }
-  if (count == limit && is_digit(text[count])) {
-    // The number services would read on.
+  if (text[count] != '\0') {
+    // The number services are given digits alone.
     char first[limit + 1];
-    std::memcpy(first, text, limit);
-    first[limit] = '\0';
-    wide::from_text<N>(dest + 1, first, limit);
+    std::memcpy(first, text, count);
+    first[count] = '\0';
+    wide::from_text<N>(dest + 1, first, count);
   } else {
     wide::from_text<N>(dest + 1, text, count);
   }
@@ -98,7 +98,8 @@ inline char *to_text(char *text, const unsigned char *src) {
   const std::uint64_t high = wide::load_limb<N, 1>(number);
   if (count <= kLimbDigits) {
     if (high != 0 || low >= digits::kPowerOfTen[count]) return cut_to_text<N>(text, number, count);
-    return _8btoa(number, text, static_cast<int>(count));
+    _8btoa(number, text, static_cast<int>(count));
+    return text;
   }
   const std::size_t above = count - kLimbDigits;
   if (low >= digits::kPowerOfTen[kLimbDigits] || high >= digits::kPowerOfTen[above])

@@ -29,6 +29,8 @@ int32_t CRONOBASE_zuliano(int32_t day, int32_t month, int32_t year) {
 }
 
 void CRONOBASE_localtime(const time_t *moment, struct tm *local) {
+  // Unlike mktime, localtime_r may stay with a time zone that the environment no longer names.
+  tzset();
   if (localtime_r(moment, local) == nullptr) std::memset(local, 0, sizeof *local);
 }
 }

@@ -284,10 +284,12 @@ CAMPOTIPO_API void DATAC_de_zuliano_desde(unsigned char *out, int32_t count,
 CAMPOTIPO_API int32_t DATAC_dia_da_semana(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 
 /*
- * DATAC_para_time_t: noon of the date in local standard time, as mktime gives it, also -1. Without
- * TZ in the environment mktime looks at the system's time zone file on every call.
+ * DATAC_para_time_t: noon of the date in local standard time, as mktime gives it, also -1.
  * DATAC_de_time_t: stores the local date of a moment. A moment that the platform cannot convert
  * gives what DATAC_monta makes of 0, 1, 1900: packed the zero date.
+ *
+ * Both follow TZ in the environment as it is at the call. Without TZ they look at the system's time
+ * zone file on every call.
  *
  * out      3 bytes, all written
  * moment   seconds of the epoch

@@ -44,9 +44,9 @@
  *
  * Nothing reports a failure. Of a number that is too long the rightmost digits are kept, without a
  * sign. A field that this library did not write may hold a limb above its greatest value. It is
- * compared by its limbs and shown as they stand: the highest limb that is not zero with all its
+ * compared by its limbs and shown as they stand: the limb that the text begins in with all its
  * digits, each limb below with its rightmost 19. Such a text may be one digit longer than the
- * capacity, and its buffer one byte more.
+ * capacity, and its buffer one byte more. The powers of ten then work on the digits of that text.
  *
  * The limbs are converted and compared by the number services (campotipo-support/numbers.h), whose
  * answers for a text that is no number are theirs.
@@ -283,7 +283,7 @@ CAMPOTIPO_API int BINQ21_compara(const unsigned char *a, const unsigned char *b)
  *
  * dest    n bytes, all written
  * src     n bytes; may be the same field as dest
- * power   any; from BINQn_DIGITS on the quotient is 0
+ * power   any; from BINQn_DIGITS on the quotient is 0, if no limb is above its greatest value
  *
  * Result: the remainder, if it is at most 2147483647, which it always is up to power 9. Of a
  * greater one the low 32 bits, and -1 from 2^63 on, which no program should use.

@@ -1,4 +1,6 @@
+#include <campotipo-support/numbers.h>
 #include <campotipo/codes.h>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +10,19 @@
 
 #include "tests/util/guarded_buffer.hpp"
 #include "tests/util/random.hpp"
+
+// These stand in front of the number services, as a site's own might: one that takes digits and
+// nothing else, and one that gives no result of use.
+extern "C" int _ato8(unsigned char *dest, const char *text) noexcept {
+  static const auto service = reinterpret_cast<decltype(&_ato8)>(dlsym(RTLD_NEXT, "_ato8"));
+  EXPECT_EQ(text[std::strspn(text, "0123456789")], '\0') << text;
+  return service(dest, text);
+}
+extern "C" char *_8btoa(const unsigned char *src, char *text, int digits) noexcept {
+  static const auto service = reinterpret_cast<decltype(&_8btoa)>(dlsym(RTLD_NEXT, "_8btoa"));
+  service(src, text, digits);
+  return nullptr;
+}
 
 namespace {
 

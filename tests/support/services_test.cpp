@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/util/guarded_buffer.hpp"
@@ -95,7 +96,7 @@ TYPED_TEST(MoneyTest, AgreesWithExactArithmetic) {
     const TypeParam value = this->make(a);
     ASSERT_EQ(this->units(value), a);
     EXPECT_EQ(K::sign(&value), (a > 0) - (a < 0));
-    for (int by : {0, 1, 3, 10, 100, 255}) {
+    for (int by : {0, 1, 3, 9, 10, 11, 99, 100, 101, 255}) {
       TypeParam result = value;
       const int remainder = K::divide(&result, &result, by);
       EXPECT_EQ(this->units(result), by == 0 ? 0 : a / by);
@@ -192,15 +193,32 @@ TEST(Calendar, CountsEveryDayOnce) {
 }
 
 TEST(Calendar, BreaksDownLocalTime) {
-  const time_t moment = 1700000000;
-  struct tm local, expected;
-  CRONOBASE_localtime(&moment, &local);
-  localtime_r(&moment, &expected);
-  EXPECT_EQ(local.tm_mday, expected.tm_mday);
-  EXPECT_EQ(mktime(&local), moment);
+  const time_t moment = 1700000000;  // 14 November, 22:13 in UTC
+  struct tm local;
+  const std::pair<const char *, int> zones[] = {{"UTC0", 14}, {"EAST-3", 15}, {"WEST3", 14}};
+  for (const auto &[zone, day] : zones) {
+    setenv("TZ", zone, 1);
+    CRONOBASE_localtime(&moment, &local);
+    EXPECT_EQ(local.tm_mday, day) << zone;
+    EXPECT_EQ(mktime(&local), moment) << zone;
+  }
+  unsetenv("TZ");
   const time_t never = static_cast<time_t>(INT64_MAX);
   CRONOBASE_localtime(&never, &local);
   EXPECT_EQ(local.tm_mday, 0);
+}
+
+TEST(SupportManual, Examples) {
+  QUANTIA price;
+  char text[QUANTIA_TEXT_SIZE];
+  _QUANTIA_atov(&price, "1234.5");
+  EXPECT_STREQ(_QUANTIA_vtoa(text, &price), "1234.50");
+  LINHAFLEX line = nullptr;
+  ASSERT_EQ(LINHAFLEX_cria(&line), 0);
+  LINHAFLEX_printf(line, "%d of ", 3);
+  LINHAFLEX_printf(line, "%d", 7);
+  EXPECT_STREQ(LINHAFLEX_str(line), "3 of 7");
+  LINHAFLEX_destroi(line);
 }
 
 TEST(GrowableText, GrowsToAnyLength) {

@@ -13,7 +13,7 @@
  * exception for centuries. Day 1 is 1 January 1980, a Tuesday. Two-digit years stand for 1980 to
  * 2079.
  *
- * No operation keeps state; all may run at the same time.
+ * No operation keeps state; all may run at the same time. Pointers are never null.
  */
 
 #ifdef __cplusplus
@@ -39,7 +39,9 @@ CAMPOTIPO_API int32_t CRONOBASE_zuliano(int32_t day, int32_t month,
                                         int32_t year) CAMPOTIPO_NOEXCEPT;
 
 /*
- * CRONOBASE_localtime: local broken-down time of a moment, in the time zone of mktime.
+ * CRONOBASE_localtime: local broken-down time of a moment, in the time zone of mktime: the one that
+ * TZ in the environment names at the call. Without TZ the system's time zone file is looked at on
+ * every call.
  *
  * moment   read
  * local    filled; all zeros where the platform cannot convert the moment

@@ -24,6 +24,7 @@
  * No operation reports a failure: a text that is no number is stored as the value that its digits
  * make. No operation allocates, keeps state or depends on the locale, so all may run at the same
  * time on different data. Pointers are never null. Fields are read and written in exactly N bytes.
+ * A text and a field do not overlap.
  *
  * Example: two decimals kept as an integer.
  *
@@ -113,7 +114,8 @@ CAMPOTIPO_API char *_8toa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCE
  * Zeros fill a number that has fewer digits, and there is always a digit before the point: 5 with
  * 2 decimals is "0.05". With 0 decimals, or fewer, the text is that of _Ntoa, without a point.
  *
- * text       at least BINN_TEXT_SIZE + 1 bytes, or decimals + 3 where that is more
+ * text       at least BINN_TEXT_SIZE + 1 bytes, or decimals + 3 where that is more; the text and its
+ *            NUL are written, nothing behind them
  * src        N bytes
  * decimals   0 or more
  *
@@ -142,7 +144,7 @@ CAMPOTIPO_API char *_8toafixo(char *text, const unsigned char *src,
  * The source comes first here. A value with more digits shows the rightmost ones.
  *
  * src      8 bytes
- * text     at least digits + 1 bytes
+ * text     digits + 1 bytes, all written
  * digits   0 or more; fewer gives the empty text
  *
  * Result: text.
@@ -188,7 +190,7 @@ CAMPOTIPO_API void _8byte_div_byte(unsigned char *dest, const unsigned char *src
  * _3ulong   its value, 0 to 16777215
  * _3to8     widens it
  *
- * dest   8 bytes, all written
+ * dest   8 bytes, all written; may overlap src
  * src    3 bytes
  */
 CAMPOTIPO_API uint32_t _3ulong(const unsigned char *src) CAMPOTIPO_NOEXCEPT;

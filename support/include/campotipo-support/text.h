@@ -15,6 +15,8 @@
  *
  * handle   made by LINHAFLEX_cria and not yet released
  *
+ * Pointers are never null.
+ *
  * Example:
  *
  *     LINHAFLEX line;
@@ -45,7 +47,7 @@ CAMPOTIPO_API int LINHAFLEX_cria(LINHAFLEX *handle) CAMPOTIPO_NOEXCEPT;
 /*
  * LINHAFLEX_printf: appends a piece formatted as by printf.
  *
- * format   of printf, with its arguments behind it
+ * format   of printf, with its arguments behind it, none of which is the text of this handle
  *
  * Result: characters appended, or -1 when nothing was.
  */
