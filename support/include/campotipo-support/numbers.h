@@ -114,8 +114,8 @@ CAMPOTIPO_API char *_8toa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCE
  * Zeros fill a number that has fewer digits, and there is always a digit before the point: 5 with
  * 2 decimals is "0.05". With 0 decimals, or fewer, the text is that of _Ntoa, without a point.
  *
- * text       at least BINN_TEXT_SIZE + 1 bytes, or decimals + 3 where that is more; the text and its
- *            NUL are written, nothing behind them
+ * text       at least BINN_TEXT_SIZE + 1 bytes, or decimals + 3 where that is more; the text and
+ *            its NUL are written, nothing behind them
  * src        N bytes
  * decimals   0 or more
  *
