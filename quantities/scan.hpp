@@ -49,6 +49,7 @@ class ScannedDigits {
   void append_zeros(int count) {
     if (count > Kept) count = Kept;
     if (count > 0) {
+      // NOLINTNEXTLINE(bugprone-suspicious-memset-usage): the character, not the number
       std::memset(digits_ + length_, '0', static_cast<std::size_t>(count));
       length_ += static_cast<std::size_t>(count);
     }
