@@ -32,6 +32,8 @@ def read_times(path):
     for (family, task, contender), (goal, *values) in readings.items():
         row = (min(values), statistics.median(values), goal)
         families.setdefault(family, collections.OrderedDict()).setdefault(task, {})[contender] = row
+    # Random interleaving leaves them in any order.
+    families = {family: dict(sorted(tasks.items())) for family, tasks in families.items()}
     return data["context"], families
 
 
