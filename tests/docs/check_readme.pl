@@ -1,23 +1,39 @@
 #!/usr/bin/env perl
-# Each C sample of a page stands word for word in one of the examples, which the tests compile and run.
-# usage: check_readme.pl EXAMPLES PAGE...
+# Each C sample of a page stands word for word in one of the examples, which the tests compile and
+# run. The pages show the same blocks and count the functions of each header as docs/families.md.
+# usage: check_readme.pl SOURCE PAGE...
 use strict;
 use warnings;
 use File::Find;
 
-my ($folder, @pages) = @ARGV;
+my ($root, @pages) = @ARGV;
 sub slurp { open my $in, '<', $_[0] or die "$_[0]: $!\n"; local $/; return scalar <$in> }
+my $faults = 0;
+sub fault { print "FAULT: @_\n"; $faults++ }
+
 my @sources;
-find(sub { push @sources, slurp($_) if /\.c$/ }, $folder);
-my ($count, $faults) = (0, 0);
+find(sub { push @sources, slurp($_) if /\.c$/ }, "$root/examples");
+my %counted;    # header => functions
+for (slurp("$root/docs/families.md") =~ m{`campotipo/(\w+\.h` \| \d+) \|}g) {
+  my ($header, $count) = split /` \| /;
+  $counted{$header} += $count;
+}
+my ($count, $first) = (0);
 for my $page (@pages) {
   my $text = slurp($page);
-  while ($text =~ /^```c\n(.*?)^```$/msg) {
-    my $sample = $1;
+  my @blocks = $text =~ /^(```.*?^```)$/msg;
+  for my $sample (map { /^```c\n(.*)```$/s ? $1 : () } @blocks) {
     $count++;
     next if grep { index($_, $sample) >= 0 } @sources;
-    print "FAULT: $page: no example holds this sample:\n$sample\n";
-    $faults++;
+    fault("$page: no example holds this sample:\n$sample");
+  }
+  $first //= \@blocks;
+  fault("$page: its blocks of code are not those of $pages[0]") if "@$first" ne "@blocks";
+  my %told;
+  $told{$1} += $2 while $text =~ /^\| .* \| `(\w+\.h)` \| (\d+) \|$/mg;
+  for my $header (sort keys %{ { %told, %counted } }) {
+    my ($said, $is) = map { $_->{$header} // 0 } \%told, \%counted;
+    fault("$page: $header has $is functions, and the table tells $said") if $said != $is;
   }
 }
 print "$count samples, $faults faults\n";
