@@ -18,7 +18,15 @@ done
 while read -r name; do
   [ -e "$scratch/usr/share/man/man3/$name.3.gz" ] || fault "no manual page of $name"
 done < <(cat "$source"/tests/abi/exports*.txt)
-[ -f "$scratch/usr/share/doc/libcampotipo-dev/html/index.html" ] || fault "no reference"
+for header in "$source"/include/campotipo/*.h "$source"/support/include/campotipo-support/*.h; do
+  cmp -s "$header" "$scratch/usr/${header#"${header%include/*}"}" || fault "no $header"
+done
+for file in bin/campotipo share/man/man1/campotipo.1.gz \
+  share/bash-completion/completions/campotipo share/doc/libcampotipo-dev/html/index.html \
+  share/doc/libcampotipo-dev/CHANGELOG.md.gz share/doc/libcampotipo-dev/README.md.gz \
+  share/doc/{campotipo,libcampotipo1,libcampotipo-support1,libcampotipo-dev}/{copyright,changelog.gz}; do
+  [ -f "$scratch/usr/$file" ] || fault "no $file"
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -33,10 +41,24 @@ for example in "$scratch"/usr/share/doc/libcampotipo-dev/examples/manual/*.c; do
   count=$((count + 1))
 done
 [ "$count" -gt 5 ] || fault "only $count examples"
-if [ -x "$scratch/usr/bin/campotipo" ]; then
-  LD_LIBRARY_PATH=$libraries "$scratch/usr/bin/campotipo" --version > "$work/output" ||
-    fault "the command does not run"
-  grep -q "$version" "$work/output" || fault "the command tells another version"
+
+# The example with a file of its own as a CMake project, and the command over the same records.
+examples=$scratch/usr/share/doc/libcampotipo-dev/examples command=$scratch/usr/bin/campotipo
+export LD_LIBRARY_PATH=$libraries
+if cmake -S "$examples" -B "$work/bancos" -DCMAKE_PREFIX_PATH="$scratch/usr" > "$work/output" 2>&1 &&
+  cmake --build "$work/bancos" >> "$work/output" 2>&1; then
+  "$work/bancos/bancos" "$examples/data/bancos.csv" "$work/bancos.bin" > "$work/output" ||
+    fault "the example with a file fails"
+else
+  cat "$work/output"
+  fault "the example with a file does not build"
 fi
+! readelf -d "$command" | grep -qE 'RPATH|RUNPATH' || fault "the command has a path in it"
+readelf -d "$command" | grep -q 'NEEDED.*libcampotipo.so.1' || fault "the command has a library in it"
+"$command" --version | grep -q "$version" || fault "the command tells another version"
+"$command" load "$examples/bancos.toml" "$examples/data/bancos.csv" -o "$work/bancos.reg" \
+  2> "$work/output" || grep -q '513 records stored' "$work/output" || fault "the command does not load"
+"$command" check "$examples/bancos.toml" "$work/bancos.reg" > "$work/output" ||
+  fault "the command finds faults in what it stored"
 echo "$count examples built against the packages, $faults faults"
 [ "$faults" -eq 0 ]
