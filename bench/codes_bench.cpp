@@ -62,7 +62,6 @@ std::string bytes_of(const unsigned char *field, std::size_t count) {
 
 void twelve(const char *kind, const Codes &codes, double goal) {
   static unsigned char out[16];
-  static char text[32];
   Task pack("codes", std::string("12 characters to 9 bytes, ") + kind, goal);
   pack.ours([&](std::size_t i) { keep(CODALF12_opc_salvou(out, codes.text[i], 0)), clobber(); },
             [&](std::size_t i) { return bytes_of(codes.field[i], 9); })
@@ -89,6 +88,10 @@ void twelve(const char *kind, const Codes &codes, double goal) {
             })
       .floor("copy of 9 bytes",
              [&](std::size_t i) { std::memcpy(out, codes.text[i], 9), clobber(); });
+}
+
+void untwelve(const char *kind, const Codes &codes) {
+  static char text[32];
   Task unpack("codes", std::string("9 bytes to 12 characters, ") + kind, 6);
   unpack
       .ours([&](std::size_t i) { CODALF12_btoa(text, codes.field[i]), clobber(); },
@@ -137,9 +140,13 @@ void others(const Codes &codes) {
 void register_codes() {
   static const Codes capitals("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ");
   static const Codes all("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-._/+,:#@*$%!");
+  static const Codes small("0123456789abcdefghijklmnopqrstuvwxyz");
   static const Codes digits("0123456789");
   twelve("digits and capitals", capitals, 5);
   twelve("whole alphabet", all, 7);
+  twelve("small letters too", small, 7);
+  untwelve("digits and capitals", capitals);
+  untwelve("whole alphabet", all);
   others(digits);
   sizes();
 }

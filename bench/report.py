@@ -1,6 +1,6 @@
 """Turns readings into the tables and charts of docs/.
 
-report.py times TIMES.json FOOTPRINT.tsv INSTRUCTIONS.tsv OUT.md
+report.py times TIMES.json FOOTPRINT.tsv RECORD_TOOL.txt INSTRUCTIONS.tsv OUT.md
 report.py instructions BASE_FOLDER V3_FOLDER TABLE.tsv [--compare]
 """
 
@@ -16,6 +16,26 @@ import sys
 
 INPUTS = 512  # operations in one iteration of a benchmark
 OURS = "campotipo"
+
+# Why an operation does not get nearer to its goal, or to a peer; told with the reading where it is missed.
+REASONS = {
+    "quantities/parse": "each limb of 19 digits is converted by a number service, a call by name of its own (two, "
+                        "or three for 50 digits); a service stops only at a NUL, so the upper limbs' digits are "
+                        "first copied apart",
+    "codes/12 characters": "the length, the page test, the look-up of all 128 ASCII characters and the packing take "
+                           "one way for every alphabet; there is none of its own for digits and capitals",
+    "codes/12 characters to 9 bytes, small letters too":
+        "whether the process's locale folds a to z plainly is read from the C library's table on every call, 26 "
+        "entries in four vectors: a locale can change between two calls",
+    "calendar/build a date": "whether the date exists is looked up, because one that does not is stored otherwise, "
+                             "and the form in force is a variable that a program may replace",
+    "calendar/compare": "both numbers are read by the service that reads dates, two calls by name",
+    "calendar/day count of a date": "the number is read and the days are counted by services, two calls by name",
+    "calendar/advance 30 days": "the number is read by a service; a date that does not exist must stay as it is, and "
+                                "any step up to 2^31 days is taken in one product of 128 bits",
+    "bits/make a GUID": "the kernel's file of random GUIDs is opened, read and closed, three calls of the kernel; "
+                        "libuuid makes one, for random bytes",
+}
 
 
 def read_times(path):
@@ -104,7 +124,7 @@ def family_table(tasks, call):
     rows = []
     for task, contenders in tasks.items():
         ours, median, goal = contenders[OURS]
-        met = "" if not goal else f"{goal:g}" + ("" if ours <= goal else " (not met)")
+        met = "" if not goal else f"{goal:g}" + ("" if round(ours, 1) <= goal else " (not met)")
         rows.append([f"**{task}**", f"**{ours:.1f}**", f"{median:.1f}", "", f"{ours - call:+.1f}", met])
         for name, (least, middle, _) in contenders.items():
             if name != OURS:
@@ -112,13 +132,31 @@ def family_table(tasks, call):
     return table(["task, and who does it", "min ns", "median ns", "peer / ours", "above an empty call", "goal"], rows)
 
 
+def missed_goals(families):
+    """A line for each goal that was missed, with the reason."""
+    lines = []
+    for family, tasks in families.items():
+        for task, contenders in tasks.items():
+            ours, _, goal = contenders[OURS]
+            name = f"{family}/{task}"
+            reason = max((key for key in REASONS if name.startswith(key)), key=len, default=None)
+            if goal and round(ours, 1) > goal:
+                why = REASONS[reason] if reason else "no reason is known but the spread of the readings"
+                lines.append(f"- **{task}**, {ours:.1f} ns for {goal:g}: {why}.")
+            elif reason and any(least < ours for peer, (least, _, _) in contenders.items()
+                                if peer != OURS and "(inline)" not in peer and not peer.startswith("floor")):
+                lines.append(f"- **{task}**, slower than a peer: {REASONS[reason]}.")
+    return "\n".join(lines) or "None."
+
+
 def growth_table(tasks):
     series = collections.OrderedDict()
     for task, contenders in tasks.items():
         name, size = task.rsplit("/", 1)
-        series.setdefault(name, []).append((size, contenders[OURS][0]))
+        series.setdefault(name, []).append((int(size), contenders[OURS][0]))
     return "\n".join(
-        table([name] + [size for size, _ in points], [["min ns"] + [f"{value:.1f}" for _, value in points]])
+        table([name] + [f"{size}" for size, _ in sorted(points)],
+              [["min ns"] + [f"{value:.1f}" for _, value in sorted(points)]])
         for name, points in series.items())
 
 
@@ -163,7 +201,7 @@ def processor():
     return platform.processor()
 
 
-def write_report(times, footprint, instructions, out):
+def write_report(times, footprint, record_tool, instructions, out):
     context, families = read_times(times)
     call = families["floor"]["call"][OURS][0]
     text = f"""# Benchmarks
@@ -189,6 +227,11 @@ the loader), g++ {gxx_version()}. Peers are Debian's packages.
         if family == "growth":
             continue
         text += f"## {family}\n\n{family_table(tasks, call)}\n"
+    text += ("## Goals missed in this run, and peers that are ahead\n\n" + missed_goals(families) +
+             "\n\n## the record tool\n\nThe command `campotipo` beside plain C that does the same work, the outputs "
+             "compared first (`bench/record_tool.sh`). The plain C takes every value for good; the command tells "
+             "each one that cannot be stored whole.\n\n```\n" +
+             pathlib.Path(record_tool).read_text() + "```\n\n")
     text += "## growth\n\nCost over the size of what is done: flat where the size is only a number, linear in text.\n\n"
     text += growth_table(families["growth"])
     text += "\n## memory and loading\n\n" + footprint_table(footprint)
@@ -205,19 +248,19 @@ the loader), g++ {gxx_version()}. Peers are Debian's packages.
 def footprint_table(path):
     lines = [line.split("\t") for line in pathlib.Path(path).read_text().splitlines()]
     rows = [line for line in lines[1:] if line[0] != "load"]
-    load = next(line[1] for line in lines if line[0] == "load")
+    with_both, without = next((int(line[1]), int(line[2])) for line in lines if line[0] == "load")
     return (table(lines[0], rows) +
-            f"\nA program that needs both libraries starts {load} µs later than one that needs none (least of 300 "
-            "starts). Nothing allocates on a timed path; nothing runs at load.\n")
+            f"\nThe loader spends {with_both - without:,} processor cycles more on a program that needs both libraries "
+            f"than on one that needs none ({with_both:,} and {without:,}, the least of 300 starts). Nothing allocates "
+            "on a timed path; nothing runs at load.\n")
 
 
 def gxx_version():
-
     return subprocess.run(["g++", "-dumpfullversion"], capture_output=True, text=True, check=True).stdout.strip()
 
 
 if __name__ == "__main__":
-    if sys.argv[1:2] == ["times"] and len(sys.argv) == 6:
+    if sys.argv[1:2] == ["times"] and len(sys.argv) == 7:
         write_report(*sys.argv[2:])
     elif sys.argv[1:2] == ["instructions"] and len(sys.argv) in (5, 6):
         write_instructions(*sys.argv[2:5], compare="--compare" in sys.argv)
