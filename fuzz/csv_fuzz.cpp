@@ -1,7 +1,10 @@
-// Any bytes as a CSV file: each row becomes a whole record or is told, in blocks as in one piece.
+// Any bytes as a CSV file: each row becomes a whole record or is told, and what comes out does not
+// show in which blocks the file was read.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 
 #include "app/failure.hpp"
 #include "fuzz/memory_file.hpp"
@@ -10,8 +13,10 @@
 
 namespace {
 
-const campotipo::tool::Layout &layout() {
-  static const auto known = campotipo::tool::parse_layout(
+using namespace campotipo::tool;
+
+const Layout &layout() {
+  static const auto known = parse_layout(
       "name='r'\n[[field]]\nname='a'\ntype='CODALF12'\n[[field]]\nname='b'\ntype='CODSTR'\n"
       "bytes=5\n[[field]]\nname='c'\ntype='BINQ9'\ndecimals=2\n[[field]]\nname='d'\n"
       "type='DATAC'\n[[field]]\nname='e'\ntype='HHMMSS'\ncolumn='d'\njoin=' '\n[[field]]\n"
@@ -21,27 +26,50 @@ const campotipo::tool::Layout &layout() {
   return known;
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  using namespace campotipo::tool;
-  const campotipo::fuzz::MemoryFile file(data, size);
+// Everything that comes of a file, as one text.
+std::string loaded(const std::string &path, std::size_t block, bool stop) {
+  std::string records;
+  Tally lost;
+  std::uint64_t rows = 0;
+  std::string fault;
   try {
-    Input input(file.path());
-    CsvStream stream(input);
+    Input input(path);
+    CsvStream stream(input, block);
     std::vector<std::string> header;
-    if (!stream.header(header)) return 0;
+    if (!stream.header(header)) return "no header";
     // The names a file gives are rarely those of the layout: take them in its order.
     std::vector<std::string> names = layout().columns;
     names.resize(std::min(names.size(), header.size()));
     const Loader loader(layout(), names, {}, "fuzz");
-    LoadedBlock block;
-    while (stream.fill(block.csv)) {
-      loader.load(block, (size & 1) != 0);
-      if (block.records.view().size() != block.rows * layout().types[0].bytes) std::abort();
-      if (!block.fault.empty()) break;
+    LoadedBlock part;
+    while (fault.empty() && stream.fill(part.csv)) {
+      loader.load(part, stop);
+      if (part.records.view().size() != part.rows * layout().types[0].bytes) std::abort();
+      records += part.records.view();
+      lost.merge(part.lost, rows);
+      rows += part.rows;
+      if (!part.fault.empty()) fault = part.fault + " at " + std::to_string(part.fault_at);
+      if (part.stopped) fault = "stopped";
     }
-  } catch (const Failure &) {
+  } catch (const Failure &failure) {
+    fault = failure.what();
   }
+  for (const Tally::Line &line : lost.lines()) {
+    records += "\n" + line.field + " " + line.what + " " + std::to_string(line.entry.count);
+    for (const Place &place : line.entry.places) {
+      records += " " + std::to_string(place.record) + "@" + std::to_string(place.offset) + " " +
+                 place.value;
+    }
+  }
+  return records + "\n" + fault;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  const campotipo::fuzz::MemoryFile file(data, size);
+  const bool stop = (size & 1) != 0;
+  const std::string whole = loaded(file.path(), size + 1, stop);
+  if (loaded(file.path(), 1 + size % 37, stop) != whole) std::abort();
   return 0;
 }

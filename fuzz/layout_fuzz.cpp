@@ -1,37 +1,106 @@
-// Any text as a layout file: it is refused with a message, or everything can be drawn from it.
+// Any text as a layout file: it is refused with a message and its place, or everything can be drawn
+// from it, and records of its kinds come back from CSV byte for byte.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <set>
+#include <string>
 #include <string_view>
 
 #include "app/failure.hpp"
+#include "fuzz/load_back.hpp"
 #include "layout/drawings.hpp"
 #include "layout/reader.hpp"
+#include "records/program.hpp"
+#include "text/scan.hpp"
+
+namespace {
+
+using namespace campotipo::tool;
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+// Any bytes, made a record: a field that is not well formed loses its value.
+std::string record_of(const RecordType &type, std::uint32_t seed) {
+  std::string bytes(type.bytes, '\0');
+  for (char &c : bytes) c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
+  for (const Field &fill : type.fill) bytes.replace(fill.offset, fill.bytes, fill.params.fill);
+  auto *record = reinterpret_cast<unsigned char *>(bytes.data());
+  for (const Field &field : type.fields) {
+    if (field_fault(field, record) == nullptr) continue;
+    std::fill_n(record + field.offset, field.bytes, static_cast<unsigned char>(0));
+    const char no_text[1 + scan::kPadding] = {};
+    require(field.type->take(record + field.offset, {no_text, 0}, field.params) == nullptr);
+    require(field.check != nullptr || field_fault(field, record) == nullptr);
+  }
+  return bytes;
+}
+
+void come_back(const Layout &layout) {
+  const auto csv = csv_programs(layout, layout.columns, false, "\r\n");
+  const auto json = json_programs(layout, layout.columns, true);
+  Buffer text;
+  Buffer other;
+  std::string records;
+  text.append(csv_header(layout, layout.columns, false, "\r\n"));
+  for (std::uint32_t i = 0; i < 3 * layout.types.size(); ++i) {
+    const std::size_t kind = i % layout.types.size();
+    const std::string record = record_of(layout.types[kind], i);
+    const auto *bytes = reinterpret_cast<const unsigned char *>(record.data());
+    csv[kind].run(bytes, text);
+    json[kind].run(bytes, other);
+    records += length_prefix(layout, layout.types[kind]) + record;
+  }
+  require(campotipo::fuzz::load_back(layout, std::string(text.view()), text.view().size() + 1) ==
+          records);
+}
+
+void draw(const Layout &layout) {
+  for (const RecordType &record : layout.types) {
+    std::size_t at = 0;
+    for (const Span &span : spans(record)) {
+      require(span.offset == at);
+      at += span.bytes;
+    }
+    require(at == record.bytes);
+    svg(layout, record);
+  }
+  sql_tables(layout);
+  const std::string header = c_header(layout);
+  constexpr std::string_view kDefine = "\n#define ";
+  std::set<std::string_view> macros;
+  for (std::size_t at = header.find(kDefine); at != std::string::npos;
+       at = header.find(kDefine, at + 1)) {
+    const std::size_t name = at + kDefine.size();
+    const std::size_t length = header.find_first_of(" \n", name) - name;
+    require(macros.insert(std::string_view(header).substr(name, length)).second);
+  }
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  using namespace campotipo::tool;
   if (size > 4096) return 0;
+  Layout layout;
   try {
-    const Layout layout = parse_layout({reinterpret_cast<const char *>(data), size}, "fuzz.toml");
-    for (const RecordType &record : layout.types) {
-      if (record.bytes > 1 << 16 || record.fields.size() > 200) return 0;
-      std::size_t at = 0;
-      for (const Span &span : spans(record)) {
-        if (span.offset != at) std::abort();
-        at += span.bytes;
-      }
-      if (at != record.bytes) std::abort();
-      const std::vector<unsigned char> zeros(record.bytes);
-      for (const Field &field : record.fields) {
-        field_text(field, zeros.data());
-        field_fault(field, zeros.data());
-      }
-      svg(layout, record);
-    }
-    c_header(layout);
-    sql_tables(layout);
+    layout = parse_layout({reinterpret_cast<const char *>(data), size}, "fuzz.toml");
   } catch (const Failure &failure) {
-    if (std::string_view(failure.what()).find("fuzz.toml:") == std::string_view::npos) std::abort();
+    const std::string_view what = failure.what();
+    require(what.starts_with("fuzz.toml:") && what[10] >= '1' && what[10] <= '9');
+    return 0;
+  }
+  for (const RecordType &record : layout.types) {
+    if (record.bytes > 1 << 14 || record.fields.size() > 200) return 0;
+  }
+  draw(layout);
+  try {
+    come_back(layout);
+  } catch (const Failure &) {
+    // The length of a record that its prefix cannot tell.
+    require(layout.prefix.bytes != 0);
   }
   return 0;
 }

@@ -1,15 +1,16 @@
 // Any bytes as a file of records, under several layouts: they are cut without reading past their
-// end, and well-formed records come back from CSV byte for byte.
+// end, in any blocks alike, and well-formed records come back from CSV byte for byte.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <deque>
+#include <set>
 #include <string>
 
-#include "app/failure.hpp"
-#include "fuzz/memory_file.hpp"
+#include "fuzz/load_back.hpp"
 #include "layout/reader.hpp"
 #include "records/examiner.hpp"
-#include "records/loader.hpp"
 #include "records/program.hpp"
 #include "records/stream.hpp"
 
@@ -28,69 +29,103 @@ const char *const kLayouts[] = {
     "name='r'\nselect='t'\nlength={bytes=2, order='big'}\n[[record]]\nname='h'\nwhen='1'\n"
     "[[record.field]]\nname='t'\ntype='BIN1'\n[[record]]\nname='d'\n[[record.field]]\nname='t'\n"
     "type='BIN1'\n[[record.field]]\nname='p'\ntype='PORC4'\n",
+    "name='r'\nlength={bytes=1, counts_itself=true}\ntrailer={hex='1A'}\nencoding='CP850'\n"
+    "[[field]]\nname='d'\ntype='DATAC'\nencoding='packed'\nformat='AAAA-MM-DD'\n[[field]]\n"
+    "name='h'\ntype='HHMMSS'\ncolumn='d'\njoin='T'\n[[field]]\nname='s'\ntype='CODSTR'\nbytes=4\n"
+    "column='d'\njoin='T'\n",
+    "name='r'\nheader={hex='AB'}\n[[field]]\nname='g'\ncount=2\n[[field.field]]\nname='x'\n"
+    "type='BIN2'\ncount=2\n[[field.field]]\nname='y'\ntype='ZBTFIELD'\nbits=[1, 7, 4]\n[[field]]\n"
+    "type='fill'\nhex='20'\n[[field]]\nname='c'\ntype='CODALFA'\npositions=11\ncheck='CPF'\n",
 };
 
-const Layout &layout(std::size_t which) {
-  static const Layout known[] = {parse_layout(kLayouts[0], "0"), parse_layout(kLayouts[1], "1"),
-                                 parse_layout(kLayouts[2], "2"), parse_layout(kLayouts[3], "3")};
-  return known[which % 4];
+// A layout and what is made of it once.
+struct Told {
+  explicit Told(const char *toml)
+      : layout(parse_layout(toml, "fuzz")),
+        header(csv_header(layout, layout.columns, false, "\r\n")),
+        csv(csv_programs(layout, layout.columns, false, "\r\n")),
+        json(json_programs(layout, layout.columns, true)) {}
+  Layout layout;
+  std::string header;
+  std::vector<Program> csv;
+  std::vector<Program> json;
+};
+
+const Told &told(std::size_t which) {
+  static const auto known = [] {
+    std::deque<Told> all;
+    for (const char *toml : kLayouts) all.emplace_back(toml);
+    return all;
+  }();
+  return known[which % known.size()];
 }
 
 bool well_formed(const RecordBlock &block, const RecordBlock::Record &record) {
-  for (const Field &field : record.type->fields) {
-    if (field_fault(field, block.record(record)) != nullptr) return false;
-  }
-  return true;
+  const auto good = [&](const Field &field) {
+    return field_fault(field, block.record(record)) == nullptr;
+  };
+  const RecordType &type = *record.type;
+  return std::all_of(type.fields.begin(), type.fields.end(), good) &&
+         std::all_of(type.fill.begin(), type.fill.end(), good);
 }
 
-std::string load(const Layout &told, const std::string &csv) {
-  const campotipo::fuzz::MemoryFile file(reinterpret_cast<const std::uint8_t *>(csv.data()),
-                                         csv.size());
-  Input input(file.path());
-  CsvStream stream(input);
-  std::vector<std::string> header;
-  if (!stream.header(header)) std::abort();
-  const Loader loader(told, header, {}, "fuzz");
-  std::string records;
-  LoadedBlock block;
-  while (stream.fill(block.csv)) {
-    loader.load(block, false);
-    if (!block.lost.empty() || !block.fault.empty()) std::abort();
-    records += block.records.view();
+// What the file holds: its records and faults as one text, and the well-formed records as they
+// stand there and as CSV.
+struct Content {
+  std::string all;
+  std::string kept;
+  Buffer csv;
+};
+
+Content content(const Told &how, const std::string &path, bool go_on, std::size_t size) {
+  const Layout &layout = how.layout;
+  Input input(path);
+  RecordStream stream(input, layout, go_on, {}, size);
+  Examiner examiner(layout, "fuzz");
+  RecordBlock block;
+  Buffer json;
+  std::string faults;
+  Content result;
+  result.csv.append(how.header);
+  while (stream.fill(block)) {
+    examiner.add(block);
+    for (const RecordBlock::Record &record : block.records) {
+      const auto kind = static_cast<std::size_t>(record.type - layout.types.data());
+      how.json[kind].run(block.record(record), json);
+      result.all += record.type->name + "@" + std::to_string(block.place(record)) + "\n";
+      if (!well_formed(block, record)) continue;
+      how.csv[kind].run(block.record(record), result.csv);
+      result.kept += length_prefix(layout, *record.type);
+      result.kept.append(reinterpret_cast<const char *>(block.record(record)), record.type->bytes);
+    }
+    for (const StreamFault &fault : block.faults) faults += fault.text() + "\n";
   }
-  return records;
+  // Which of a field and a record was first found at fault may depend on the blocks.
+  std::set<std::string> findings;
+  for (const Tally::Line &line : examiner.findings().lines()) {
+    std::string text = line.field + " " + line.what + " " + std::to_string(line.entry.count);
+    for (const Place &place : line.entry.places) {
+      text += " " + std::to_string(place.record) + "@" + std::to_string(place.offset) + place.value;
+    }
+    findings.insert(text + "\n");
+  }
+  for (const std::string &line : findings) result.all += line;
+  examiner.json();
+  result.all += faults + std::string(json.view());
+  return result;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   if (size < 1) return 0;
-  const Layout &told = layout(data[0]);
+  const Told &how = told(data[0]);
   const campotipo::fuzz::MemoryFile file(data + 1, size - 1);
-  const auto programs = csv_programs(told, told.columns, false, "\r\n");
-  const auto json = json_programs(told, told.columns, true);
   for (const bool go_on : {false, true}) {
-    Input input(file.path());
-    RecordStream stream(input, told, go_on);
-    Examiner examiner(told, "fuzz");
-    RecordBlock block;
-    Buffer csv;
-    Buffer other;
-    csv.append(csv_header(told, told.columns, false, "\r\n"));
-    std::string kept;
-    while (stream.fill(block)) {
-      examiner.add(block);
-      for (const RecordBlock::Record &record : block.records) {
-        const auto kind = static_cast<std::size_t>(record.type - told.types.data());
-        json[kind].run(block.record(record), other);
-        if (!well_formed(block, record)) continue;
-        programs[kind].run(block.record(record), csv);
-        kept += length_prefix(told, *record.type);
-        kept.append(reinterpret_cast<const char *>(block.record(record)), record.type->bytes);
-      }
-    }
-    examiner.json();
-    if (load(told, std::string(csv.view())) != kept) std::abort();
+    const Content whole = content(how, file.path(), go_on, size + 1);
+    if (content(how, file.path(), go_on, 0).all != whole.all) std::abort();
+    const std::string csv(whole.csv.view());
+    if (campotipo::fuzz::load_back(how.layout, csv, csv.size() + 1) != whole.kept) std::abort();
   }
   return 0;
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <sstream>
+
 #include "app/failure.hpp"
 #include "layout/drawings.hpp"
 #include "tests/tools/tool_fixture.hpp"
@@ -94,6 +97,12 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
       {"@type = 'BIN1'\n[[field]]\nname = 'f'\ntype = 'BIN1'\n", "x.toml:5:1", "each name once"},
       {"@type = 'BIN1'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'BIN1'\n", "x.toml:1",
        "share the column"},
+      {"@type = 'DATAC'\nformat = 'DD_MM_AAAA'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'HORAC'\n"
+       "join = '_'\n",
+       "x.toml:1", "a join that the first never holds"},
+      {"@type = 'HORAC'\nseparator = 'T'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'BIN1'\n"
+       "join = 'T'\n",
+       "x.toml:1", "a join that the first never holds"},
       {"@type = 'BIN1'\n[[field]]\ntype = 'fill'\nhex = '0'\n", "x.toml:7:7",
        "pairs of hexadecimal digits"},
       {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='u'\n"
@@ -106,6 +115,10 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
        "[[record]]\nname='i'\nwhen='1'\n[[record.field]]\nname='q'\ntype='BIN1'\n[[record.field]]\n"
        "name='t'\ntype='BIN1'\n",
        "x.toml:11", "place and size"},
+      {"name='r'\nselect='record'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\n"
+       "name='record'\ntype='BIN1'\n[[record]]\nname='i'\n[[record.field]]\nname='record'\n"
+       "type='BIN1'\n",
+       "x.toml:3:1", "tells the kind, expected another name"},
   };
   for (const Wrong &wrong : wrongs) {
     const std::string toml = wrong.toml[0] == '@' ? f + (wrong.toml + 1) : wrong.toml;
@@ -139,6 +152,24 @@ TEST(LayoutDrawings, NameEveryFieldOnce) {
   EXPECT_EQ("int_", c_name("int", taken));
   EXPECT_EQ("f1_a", c_name("1.a", taken));
   EXPECT_EQ("f1_a_2", c_name("1-a", taken));
+}
+
+// Names that differ in a header of C differ in their macros, which are in capitals.
+TEST(LayoutDrawings, MakeEveryMacroOnce) {
+  const std::string kinds =
+      "name='r'\nselect='a'\n[[record]]\nname='r'\nwhen='1'\n[[record.field]]\nname='a'\n"
+      "type='BIN1'\n[[record.field]]\nname='A'\ntype='BIN1'\n[[record.field]]\nname='a-b'\n"
+      "type='BIN1'\n[[record.field]]\nname='B_b'\ntype='BIN1'\n[[record]]\nname='R'\n"
+      "[[record.field]]\nname='a'\ntype='BIN1'\n[[record]]\nname='r_a'\nwhen='2'\n"
+      "[[record.field]]\nname='a'\ntype='BIN1'\n[[record.field]]\nname='b'\ntype='BIN1'\n";
+  const std::string header = c_header(parse_layout(kinds, "x.toml"));
+  std::set<std::string> macros;
+  std::istringstream lines(header);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("#define ")) continue;
+    EXPECT_TRUE(macros.insert(line.substr(0, line.find(' ', 8))).second) << line;
+  }
+  EXPECT_EQ(11U, macros.size());
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ namespace {
 struct Cut {
   std::vector<std::string> records;
   std::vector<std::string> faults;
+  std::vector<std::uint64_t> numbers;
 };
 
 Cut cut(const std::string &toml, const std::string &file, bool go_on,
@@ -33,6 +34,7 @@ Cut cut(const std::string &toml, const std::string &file, bool go_on,
                 std::string(block.bytes.begin() + long(record.at),
                             block.bytes.begin() + long(record.at + record.type->bytes)));
       result.records.push_back(record.type->name + "@" + std::to_string(block.place(record)));
+      result.numbers.push_back(block.number(record));
     }
     for (const StreamFault &fault : block.faults) result.faults.push_back(fault.text());
   }
@@ -116,6 +118,8 @@ TEST(RecordStream, CutsWhatTheLayoutTells) {
   }
   EXPECT_EQ(std::vector<std::string>({"h@1", "d@7"}),
             cut(with(kKinds, own), "\1\1\3\7xx\3\2xx", true).records);
+  EXPECT_EQ(std::vector<std::uint64_t>({1, 3}),
+            cut(with(kKinds, own), "\1\1\3\7xx\3\2xx", true).numbers);
 }
 
 // Records that cross the ends of the blocks a file is read in, and any range of them.
@@ -134,6 +138,12 @@ TEST(RecordStream, BlocksDoNotShow) {
     const auto first = expected.begin() + long(from - 1);
     EXPECT_EQ(std::vector<std::string>(first, std::min(first + 3, expected.end())), part);
   }
+  // A record longer than any block, which is passed over.
+  const std::string longer = std::string("\xF0\x49\x02") + std::string(150000, 'x');
+  EXPECT_EQ(std::vector<std::string>({"r@3", "r@300014"}),
+            cut(with(kPair, "length={bytes=3}\n"),
+                std::string("\2\0\0aa", 5) + longer + longer + std::string("\2\0\0bb", 5), true)
+                .records);
   const std::string fixed(500001, 'a');
   EXPECT_EQ(std::vector<std::string>({"r@400001"}),
             cut(with(kPair, "header=1\n"), fixed, false, {200001, 1}).records);
@@ -240,6 +250,17 @@ TEST(RoundTrip, SeveralKindsWithLengthsAndSharedColumns) {
   ASSERT_EQ(1U, lost.lost.total());
   EXPECT_EQ("the record has no such field", lost.lost.lines()[0].what);
   EXPECT_EQ("no kind of record is called \"z\"", load(layout, "record,t\nz,H\n").fault);
+}
+
+// Columns that look like something else: bytes beside a value, a mark in front of the file.
+TEST(RoundTrip, ColumnsOfAnyName) {
+  for (const char *name : {"a_hex", "\xEF\xBB\xBFz", "x\\\"y, z\\r"}) {
+    const Layout layout =
+        parse_layout("name=\"r\"\n[[field]]\nname=\"b\"\ncolumn=\"" + std::string(name) +
+                         "\"\ntype=\"BIN2\"\n[[field]]\nname=\"a\"\ntype=\"BIN1\"\n",
+                     "test");
+    EXPECT_TRUE("123" == load(layout, csv_of(layout, "123")).bytes) << name;
+  }
 }
 
 TEST(Loader, CountsWhatIsLostAndStopsWhereTold) {

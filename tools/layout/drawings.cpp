@@ -50,6 +50,25 @@ std::string type_text(const Span &span) {
   return text;
 }
 
+namespace {
+
+std::string capitals(std::string text) {
+  for (char &c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// The word, with a number behind it where another has the same letters: macros are in capitals.
+std::string unique(const std::string &base, std::vector<std::string> &taken) {
+  std::string word = base;
+  for (int i = 2; std::find(taken.begin(), taken.end(), capitals(word)) != taken.end(); ++i) {
+    word = base + "_" + std::to_string(i);
+  }
+  taken.push_back(capitals(word));
+  return word;
+}
+
+}  // namespace
+
 std::string c_name(const std::string &name, std::vector<std::string> &taken) {
   constexpr std::array kWords = {
       "alignas",  "auto",    "bool",     "break",  "case",   "char",    "class",  "const",
@@ -65,20 +84,10 @@ std::string c_name(const std::string &name, std::vector<std::string> &taken) {
   }
   if (word.empty() || (word[0] >= '0' && word[0] <= '9') || word[0] == '_') word = "f" + word;
   if (std::find(kWords.begin(), kWords.end(), std::string_view(word)) != kWords.end()) word += "_";
-  const std::string base = word;
-  for (int i = 2; std::find(taken.begin(), taken.end(), word) != taken.end(); ++i) {
-    word = base + "_" + std::to_string(i);
-  }
-  taken.push_back(word);
-  return word;
+  return unique(word, taken);
 }
 
 namespace {
-
-std::string capitals(std::string text) {
-  for (char &c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return text;
-}
 
 // Text inside a comment of C.
 std::string in_comment(std::string text) {
@@ -88,14 +97,15 @@ std::string in_comment(std::string text) {
   return text;
 }
 
-std::string c_struct(const RecordType &record, const std::string &name) {
+std::string c_struct(const RecordType &record, const std::string &name,
+                     std::vector<std::string> &macros_taken) {
   std::vector<std::string> taken;
   std::string macros =
       "#define " + capitals(name) + "_BYTES " + std::to_string(record.bytes) + "\n";
   std::string members;
   for (const Span &span : spans(record)) {
     const std::string member = c_name(span.name, taken);
-    const std::string macro = capitals(name + "_" + member);
+    const std::string macro = unique(capitals(name + "_" + member), macros_taken);
     macros += "#define " + macro + "_OFFSET " + std::to_string(span.offset) + "\n";
     members += "  unsigned char " + member + "[" + std::to_string(span.bytes) + "]; /* " +
                in_comment(type_text(span)) + " */\n";
@@ -139,13 +149,14 @@ std::string sql_column(const RecordType &record, const Column &column) {
 
 std::string c_header(const Layout &layout) {
   std::vector<std::string> taken;
+  std::vector<std::string> macros;
   std::vector<std::string> guards;
   const std::string guard = capitals(c_name(layout.name, guards)) + "_RECORD_H";
   std::string text = "/* Made by \"campotipo layout --header\" from " + in_comment(layout.file) +
                      ". */\n#ifndef " + guard + "\n#define " + guard + "\n";
   for (const RecordType &record : layout.types) {
     text += "\n/* Record " + in_comment(record.name) + " */\n";
-    text += c_struct(record, c_name(record.name, taken));
+    text += c_struct(record, c_name(record.name, taken), macros);
   }
   return text + "\n#endif\n";
 }

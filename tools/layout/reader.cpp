@@ -128,7 +128,7 @@ void read_records(TomlTable &top, Layout &layout, const FieldDefaults &defaults)
   }
 }
 
-void gather_columns(Layout &layout) {
+void gather_columns(const TomlTable &top, Layout &layout) {
   for (const RecordType &record : layout.types) {
     for (const Column &column : record.columns) {
       const auto &known = layout.columns;
@@ -136,8 +136,8 @@ void gather_columns(Layout &layout) {
         layout.columns.push_back(column.name);
       }
       if (layout.several() && column.name == "record") {
-        throw Failure(layout.file + ": record \"" + record.name +
-                      "\": the column \"record\" tells the kind, expected another name");
+        top.fault("record", "\"" + record.name +
+                                "\": the column \"record\" tells the kind, expected another name");
       }
     }
   }
@@ -165,7 +165,7 @@ Layout read_top(const toml::table &root, const std::string &name) {
   } else {
     layout.types.push_back(read_record(top, defaults, layout.name));
   }
-  gather_columns(layout);
+  gather_columns(top, layout);
   top.finish();
   return layout;
 }

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "fields/bits.hpp"
+#include "fields/dates.hpp"
 
 namespace campotipo::tool {
 
@@ -34,6 +35,15 @@ void check_name(const TomlTable &table, const std::string &name) {
         return static_cast<unsigned char>(c) > ' ' && c != '.' && c != ',' && c != '"';
       });
   if (!good) table.expected("name", "a name without blanks, points, commas and quotes");
+}
+
+// Whether the text of a number, date or time may hold characters of the text that joins it with the
+// next one: a cell is cut at the first place where that stands.
+bool may_hold(const Field &field, const std::string &join) {
+  const unsigned keys = field.type->keys;
+  if ((keys & kSeparator) != 0) return join.find(field.params.separator) != std::string::npos;
+  return (keys & kFormat) != 0 &&
+         field.params.pattern->text.find_first_of(join) != std::string::npos;
 }
 
 }  // namespace
@@ -180,6 +190,9 @@ void RecordBuilder::make_columns(const TomlTable &table) {
     }
     if ((before.type->traits & kNoBlank) == 0) {
       table.fault("", both + " share a column, expected a number, date or time as the first");
+    }
+    if (may_hold(before, field.join)) {
+      table.fault("", both + " share a column, expected a join that the first never holds");
     }
     column.fields.push_back(i);
   }

@@ -13,11 +13,10 @@ void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &reco
   const unsigned char *bytes = block.record(record);
   const char *fault = field_fault(field, bytes);
   if (fault == nullptr) return;
-  const auto number = block.first + static_cast<std::uint64_t>(&record - block.records.data());
   const std::string text = field_text(field, bytes);
   const std::string shown = hex(bytes + field.offset, std::min<std::size_t>(field.bytes, 24));
   findings_.add(field_label(*layout_, *record.type, field), fault,
-                {number, block.place(record) + field.offset,
+                {block.number(record), block.place(record) + field.offset,
                  text.empty() ? "bytes " + shown : shortened(text) + " (" + shown + ")"});
 }
 

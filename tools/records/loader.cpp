@@ -19,7 +19,7 @@ bool holds_name(const std::vector<std::string> &names, const std::string &name) 
 // Bytes that a dump writes beside a value.
 bool is_hex_column(const Layout &layout, const std::string &name) {
   constexpr std::string_view kEnd = "_hex";
-  return name.ends_with(kEnd) &&
+  return name.ends_with(kEnd) && !holds_name(layout.columns, name) &&
          holds_name(layout.columns, name.substr(0, name.size() - kEnd.size()));
 }
 

@@ -80,7 +80,7 @@ char *Program::run_shared(const Step &step, const unsigned char *record, char *o
 
 void Program::add_literal(Step &step, const std::string &prefix) {
   step.prefix = static_cast<std::uint32_t>(literals_.size());
-  step.prefix_length = static_cast<std::uint16_t>(prefix.size());
+  step.prefix_length = static_cast<std::uint32_t>(prefix.size());
   literals_ += prefix;
   room_ += prefix.size();
 }

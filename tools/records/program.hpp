@@ -36,7 +36,7 @@ class Program {
     std::uint32_t offset = 0;
     std::uint32_t bytes = 0;
     std::uint32_t prefix = 0;  // place in `literals_` of what stands before the value
-    std::uint16_t prefix_length = 0;
+    std::uint32_t prefix_length = 0;
     Style style = Style::kRaw;
     std::uint32_t shared = 0;  // place in `shared_`
   };

@@ -6,8 +6,6 @@
 namespace campotipo::tool {
 
 namespace {
-constexpr std::size_t kBlock = 256U << 10;
-
 // How much longer than told a record may be for what stands behind it to be read on.
 constexpr std::size_t kTolerance = 1U << 20;
 }  // namespace
@@ -20,8 +18,9 @@ std::string StreamFault::text() const {
 RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on)
     : RecordStream(input, layout, go_on, Range{}) {}
 
-RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on, Range range)
-    : input_(&input), layout_(&layout), go_on_(go_on), from_(range.from) {
+RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on, Range range,
+                           std::size_t block)
+    : input_(&input), layout_(&layout), go_on_(go_on), block_(block), from_(range.from) {
   constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
   end_ = range.count < kMost - from_ ? from_ + range.count : kMost;
 }
@@ -57,8 +56,8 @@ void RecordStream::begin(RecordBlock &block) {
 
 void RecordStream::read_more(RecordBlock &block) {
   const std::size_t least = layout_->trailer.bytes + layout_->most_bytes() + 8;
-  const std::size_t wanted = std::max(kBlock, 2 * least);
-  block.bytes.resize(std::max(wanted, rest_.size() + least));
+  const std::size_t wanted = std::max(block_, 2 * least);
+  block.bytes.resize(std::max(wanted, 2 * rest_.size() + least));
   std::copy(rest_.begin(), rest_.end(), block.bytes.begin());
   const std::size_t kept = rest_.size();
   const std::size_t got = input_->read(block.bytes.data() + kept, block.bytes.size() - kept);
@@ -111,7 +110,8 @@ bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t
   if (left - prefix < length) return false;
   if (next_ >= from_ && type != nullptr) {
     if (block.records.empty()) block.first = next_;
-    block.records.push_back({at + prefix, type});
+    block.records.push_back({static_cast<std::uint32_t>(at + prefix),
+                             static_cast<std::uint32_t>(next_ - block.first), type});
   }
   at += prefix + length;
   ++next_;

@@ -23,7 +23,8 @@ struct StreamFault {
 // Whole records of a file, as they stand there.
 struct RecordBlock {
   struct Record {
-    std::size_t at;  // in `bytes`
+    std::uint32_t at;   // in `bytes`
+    std::uint32_t nth;  // from `first` on; records that were passed over count
     const RecordType *type;
   };
   std::vector<unsigned char> bytes;
@@ -33,6 +34,7 @@ struct RecordBlock {
   std::uint64_t offset = 0;  // of `bytes` in the file
 
   const unsigned char *record(const Record &which) const { return bytes.data() + which.at; }
+  std::uint64_t number(const Record &which) const { return first + which.nth; }
   std::uint64_t place(const Record &which) const { return offset + which.at; }
 };
 
@@ -46,8 +48,10 @@ class RecordStream {
 
   // go_on: a record that does not follow the layout is told and passed over, where its end is
   // known; otherwise nothing is read behind it.
+  // block: bytes read at once, more where a record needs them.
   RecordStream(Input &input, const Layout &layout, bool go_on);
-  RecordStream(Input &input, const Layout &layout, bool go_on, Range range);
+  RecordStream(Input &input, const Layout &layout, bool go_on, Range range,
+               std::size_t block = 256U << 10);
 
   // The next records; false when there are no more and no fault is left to tell.
   bool fill(RecordBlock &block);
@@ -64,6 +68,7 @@ class RecordStream {
   Input *input_;
   const Layout *layout_;
   bool go_on_;
+  std::size_t block_;
   std::uint64_t from_;
   std::uint64_t end_;  // number behind the last record wanted
   std::vector<unsigned char> rest_;

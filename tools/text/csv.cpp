@@ -10,8 +10,6 @@ namespace campotipo::tool {
 
 namespace {
 
-constexpr std::size_t kBlock = 256U << 10;
-
 // A row longer than this is a quote that nobody closed.
 constexpr std::size_t kLongestRow = 64U << 20;
 
@@ -50,7 +48,7 @@ std::size_t last_row_end(const char *bytes, std::size_t size) {
 bool CsvStream::header(std::vector<std::string> &names) {
   // A small first block, so that a pipe gives its first row without waiting for much more.
   CsvBlock block;
-  block_ = 1U << 16;
+  block_ = std::min<std::size_t>(most_, 1U << 16);
   if (!fill(block)) return false;
   if (block.size >= 3 && std::memcmp(block.bytes.data(), "\xEF\xBB\xBF", 3) == 0) {
     block.bytes.erase(block.bytes.begin(), block.bytes.begin() + 3);
@@ -71,13 +69,13 @@ bool CsvStream::header(std::vector<std::string> &names) {
   const auto to = whole.begin() + static_cast<std::ptrdiff_t>(block.size);
   rest_.insert(rest_.begin(), from, to);
   offset_ = block.offset + behind;
-  block_ = kBlock;
+  block_ = most_;
   return true;
 }
 
 bool CsvStream::read_more(CsvBlock &block) {
   const std::size_t kept = rest_.size();
-  const std::size_t wanted = std::max(block_ == 0 ? kBlock : block_, 2 * kept);
+  const std::size_t wanted = std::max(block_, 2 * kept);
   block.bytes.resize(wanted + scan::kPadding);
   std::copy(rest_.begin(), rest_.end(), block.bytes.begin());
   const std::size_t got = ended_ ? 0 : input_->read(block.bytes.data() + kept, wanted - kept);

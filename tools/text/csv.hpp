@@ -29,7 +29,9 @@ struct CsvCell {
 // Cuts a file into blocks that end at the end of a row. A Failure tells a row without end.
 class CsvStream {
  public:
-  explicit CsvStream(Input &input) : input_(&input) {}
+  // block: bytes read at once, more where a row needs them.
+  explicit CsvStream(Input &input, std::size_t block = 256U << 10)
+      : input_(&input), most_(block), block_(block) {}
 
   // The first row; false for a file without any. Call it before fill().
   bool header(std::vector<std::string> &names);
@@ -40,9 +42,10 @@ class CsvStream {
   bool read_more(CsvBlock &block);
 
   Input *input_;
+  std::size_t most_;
+  std::size_t block_;
   std::vector<char> rest_;
   std::uint64_t offset_ = 0;
-  std::size_t block_ = 0;
   bool ended_ = false;
 };
 

@@ -60,7 +60,11 @@ char *escape_json(char *text, char *end) {
 }
 
 std::string csv_cell(std::string_view text) {
-  if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
+  // A byte order mark in front of a file belongs to no cell, unless it stands in quotes.
+  if (text.find_first_of(",\"\r\n") == std::string_view::npos &&
+      !text.starts_with("\xEF\xBB\xBF")) {
+    return std::string(text);
+  }
   std::string cell(2 * text.size() + 2, '\0');
   std::copy(text.begin(), text.end(), cell.begin());
   cell.resize(

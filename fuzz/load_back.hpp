@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "fuzz/memory_file.hpp"
+#include "layout/layout.hpp"
+#include "records/loader.hpp"
+
+namespace campotipo::fuzz {
+
+// The records of a CSV file that the tool wrote itself: every value comes back whole.
+inline std::string load_back(const tool::Layout &layout, const std::string &csv,
+                             std::size_t block) {
+  const MemoryFile file(reinterpret_cast<const std::uint8_t *>(csv.data()), csv.size());
+  tool::Input input(file.path());
+  tool::CsvStream stream(input, block);
+  std::vector<std::string> header;
+  if (!stream.header(header)) std::abort();
+  const tool::Loader loader(layout, header, {}, "fuzz");
+  std::string records;
+  tool::LoadedBlock loaded;
+  while (stream.fill(loaded.csv)) {
+    loader.load(loaded, false);
+    if (!loaded.lost.empty() || !loaded.fault.empty()) std::abort();
+    records += loaded.records.view();
+  }
+  return records;
+}
+
+}  // namespace campotipo::fuzz
