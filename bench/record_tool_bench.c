@@ -70,8 +70,8 @@ static uint64_t next_random(uint64_t *state) {
 }
 
 static void make(long records) {
-  static const char *const words[] = {"Comercial", "Banco",   "Paulista", "de",  "Alimentos",
-                                      "Nova",      "Horizonte", "SA",     "Ltda", "Cooperativa"};
+  static const char *const words[] = {"Comercial", "Banco",     "Paulista", "de",   "Alimentos",
+                                      "Nova",      "Horizonte", "SA",       "Ltda", "Cooperativa"};
   uint64_t state = 88172645463325252u;
   for (long i = 0; i < records; ++i) {
     unsigned char record[RECORD] = {0};
@@ -88,7 +88,8 @@ static void make(long records) {
     put_value(record + VALUE_AT, next_random(&state) >> (24 + next_random(&state) % 24));
     for (int j = 0; j < 2; ++j) {
       put_date(record + DATE_AT + 3 * j, 1 + (unsigned)(next_random(&state) % 28),
-               1 + (unsigned)(next_random(&state) % 12), 1990 + (unsigned)(next_random(&state) % 60));
+               1 + (unsigned)(next_random(&state) % 12),
+               1990 + (unsigned)(next_random(&state) % 60));
     }
     fwrite(record, RECORD, 1, stdout);
   }
@@ -96,8 +97,8 @@ static void make(long records) {
 
 static int put_date_text(char *out, size_t room, const unsigned char *field, const char *end) {
   const uint32_t number = get_date(field);
-  return snprintf(out, room, "%02u/%02u/%04u%s", number & 31, number >> 5 & 15,
-                  number >> 9 & 0xFFF, end);
+  return snprintf(out, room, "%02u/%02u/%04u%s", number & 31, number >> 5 & 15, number >> 9 & 0xFFF,
+                  end);
 }
 
 static void dump(void) {
