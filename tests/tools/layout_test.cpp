@@ -69,6 +69,9 @@ struct Wrong {
 
 TEST(LayoutFile, FaultsTellLineAndExpectation) {
   const std::string f = "name = 'r'\n[[field]]\nname = 'f'\n";
+  std::string deep = "name = 'r'\n";
+  for (int i = 0; i < 200000; ++i) deep += "a.";
+  deep += "a = 1\n";
   const Wrong wrongs[] = {
       {"name = 'r'\nfeild = 1\n", "x.toml:1", "field: expected at least one field"},
       {"name = 'r'\nnome = 1\n[[field]]\nname='a'\ntype='BIN1'\n", "x.toml:2:1",
@@ -77,6 +80,7 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
       {"[[field]]\n", "x.toml:1:1", "name: expected the name of the record, found none"},
       {"name = 'r'\n[[field]]\nname = 'a b'\ntype='BIN1'", "x.toml:3:8", "without blanks"},
       {"name = 'r'\nx = \n", "x.toml:2", ""},
+      {deep.c_str(), "x.toml:2", "at most 200 points"},
       {"name = 'r'\nencoding = 'no-such'\n", "x.toml:2:12", "a character set"},
       {"name = 'r'\nencoding = 'UTF-16LE'\n", "x.toml:2:12", "one byte a character"},
       {"name = 'r'\nsize = 3\n[[field]]\nname='a'\ntype='BIN1'", "x.toml:2:8",

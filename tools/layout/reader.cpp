@@ -19,6 +19,9 @@ namespace {
 constexpr std::size_t kMostText = 8U << 20;
 constexpr std::int64_t kMostMargin = 1 << 24;
 
+// Each point of a key is one table inside another, and the parser takes deep ones down recursively.
+constexpr int kMostPoints = 200;
+
 Margin read_margin(TomlTable &top, const std::string &key) {
   const std::string expected = "a number of bytes, or { hex = \"...\" }";
   Margin margin;
@@ -170,9 +173,24 @@ Layout read_top(const toml::table &root, const std::string &name) {
   return layout;
 }
 
+void check_depth(std::string_view text, const std::string &name) {
+  toml::source_position at{1, 1};
+  int points = 0;
+  for (const char c : text) {
+    if (c == '\n') {
+      ++at.line;
+      points = 0;
+    } else if (c == '.' && ++points > kMostPoints) {
+      layout_fault(name, {at, at, nullptr},
+                   "expected at most " + std::to_string(kMostPoints) + " points in a line");
+    }
+  }
+}
+
 }  // namespace
 
 Layout parse_layout(std::string_view text, const std::string &name) {
+  check_depth(text, name);
   try {
     return read_top(toml::parse(text, name), name);
   } catch (const toml::parse_error &error) {
