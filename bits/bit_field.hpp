@@ -93,6 +93,7 @@ inline void store_field(unsigned char *field, std::uint64_t bits, unsigned width
     bytes::store(field, static_cast<std::uint16_t>(merge(bits, held, mask)));
   } else {
     const unsigned count = bytes_for(width);
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): 17 bits or more, 3 bytes
     const std::uint64_t held = std::uint64_t{field[count - 1]} << (8 * (count - 1));
     const std::uint64_t word = merge(bits, held, ones(width));
     if (count == 8) {

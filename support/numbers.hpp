@@ -208,6 +208,7 @@ inline char *put_digits(char *to, std::uint64_t number) {
   }
   const std::uint64_t top = split8(static_cast<std::uint32_t>(number / kTenTo16));
   const unsigned zeros = leading_zeros8(top);
+  // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): from 10^16 on top is not 0
   store(to, (top | kZeros) >> (8 * zeros));
   to += 8 - zeros;
   _mm_storeu_si128(reinterpret_cast<__m128i *>(to), sixteen_digits(number % kTenTo16));

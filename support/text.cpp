@@ -53,6 +53,7 @@ int LINHAFLEX_printf(LINHAFLEX handle, const char *format, ...) {
   va_start(arguments, format);
   va_list again;
   va_copy(again, arguments);
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start is above
   int count = std::vsnprintf(text->characters + text->length, room, format, arguments);
   if (count >= 0 && static_cast<std::size_t>(count) >= room) {
     const auto length = static_cast<std::size_t>(count);
