@@ -15,6 +15,10 @@ if(CAMPOTIPO_SANITIZE)
   target_compile_options(campotipo_flags INTERFACE
     -fsanitize=${CAMPOTIPO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(campotipo_flags INTERFACE -fsanitize=${CAMPOTIPO_SANITIZE})
+  # A fuzzer learns of a new way through the code only where the code counts its ways.
+  if(CAMPOTIPO_BUILD_FUZZ AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    target_compile_options(campotipo_flags INTERFACE -fsanitize=fuzzer-no-link)
+  endif()
 endif()
 
 # What only the libraries are compiled with. The tests read their records and arguments from the
