@@ -53,6 +53,15 @@ expect 0 "too large" make BIN1 256
 expect 1 "too large" make BIN1 256 --strict
 expect 0 "1EFBFFFFFFFFFFFF" make QUANTIA -12.50
 expect 0 "B390" make ZBTFIELD "5 19 9" --set 'bits=[3,5,4]' --set 'order="big"'
+expect 0 "31/12/2024" show DATAC "9F:D1 8F"
+expect 0 "AB-1" show CODALFA 30D98300 --set positions=5
+expect 0 "AB" show CODSTR 41420000
+expect 0 "AB" show CODSTR 414200 --set bytes=3
+expect 0 "30D98300" make CODALF05 ab-1
+expect 0 "30D983" make CODALFA ab-1
+expect 2 "expected 3 numbers" make ZBTFIELD "5 19" --set 'bits=[3,5,4]'
+expect 0 "b: spare" show ZBTFIELD 20 --set 'bits=[3,{name="b",bits=2}]'
+expect 1 "CNPJ fail" make CODALF14 11222333000180 --set 'check="CNPJ"' --strict
 expect 0 "12.ABC.345/01DE-35" document 12ABC34501DE35
 expect 0 "CPF       hold    123.456.789-09  CPF, person" document 123.456.789-09
 expect 1 "CNPJ" document 11222333000180 --strict
@@ -100,6 +109,9 @@ expect 1 '"record":3,"byte":16' check pair.toml cut.dat --json
 printf 'ab\0\0\0\0xyz\1\2ab\0x\0\0' > spoilt.dat
 expect 1 "bytes behind the end of the text" check pair.toml spoilt.dat
 expect 0 "distinct" stats pair.toml good.dat
+expect 0 '{"field":"n","type":"BIN2","values":3,"empty":0,"distinct":3,"exact":true,"least":"1","greatest":"65535"},' \
+  stats pair.toml good.dat --json
+expect 0 "&lt;b&gt;&amp;&quot;" report pair.toml <(printf '\1\0<b>&"\0')
 
 # What cannot be used, and what must not be left behind.
 expect 2 "cut.dat: record 3, byte 16: the file ends inside the record" \
@@ -114,6 +126,15 @@ expect 2 "good.dat:1:" dump good.dat pair.toml
 expect 2 "cannot be written: No space left on device" dump pair.toml good.dat -o /dev/full
 "$tool" dump pair.toml good.dat > /dev/full 2> err
 [[ $? -eq 2 ]] || complain "a full disk goes unnoticed"
+expect 2 "cannot be written: No such file" dump pair.toml good.dat -o nowhere/good.csv
+expect 2 "cannot be read: Input/output error" dump pair.toml /proc/self/mem
+for jobs in 1 3; do
+  "$tool" dump pair.toml /proc/self/mem --jobs "$jobs" > out 2> err
+  [[ $? -eq 2 ]] || complain "a file that cannot be read goes unnoticed"
+done
+expect 2 "a file with a header and trailer of 3 bytes" \
+  load margins.toml good.csv --like <(printf x) -o empty.dat
+expect 2 "two columns are called \"n\"" load pair.toml <(printf 'n,n\n1,2\n') -o empty.dat
 expect 2 "is empty" load pair.toml /dev/null -o empty.dat
 expect 2 "the layout has no column \"nomes\", expected \"nome\"?" \
   load pair.toml <(printf 'n,nomes\n1,x\n') -o empty.dat
@@ -127,6 +148,14 @@ expect 2 "" no-such-command
 for command in types show make layout dump load check stats report document; do
   expect 0 "Example" "$command" --help
 done
+
+# What is replaced keeps its mode, and a link leads to it as before.
+printf old > kept.csv
+chmod 640 kept.csv
+ln -s kept.csv link.csv
+expect 0 "" dump pair.toml good.dat --format csv -o link.csv
+same kept.csv good.csv
+[[ -L link.csv && $(stat -c %a kept.csv) == 640 ]] || complain "the link or the mode is another"
 
 # A pipe that is closed, by a reader that has enough.
 head -c 4000000 /dev/zero > zeros.dat

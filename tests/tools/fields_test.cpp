@@ -57,6 +57,40 @@ TEST(Fields, WhatIsWellFormedComesBack) {
   EXPECT_GT(good, 4000U);
 }
 
+// The place on a scale, the library's order and its test for content agree with each other.
+TEST(Fields, ScaleOrderAndContentAgree) {
+  const Layout layout = parse_layout(layout_of_every_type(), "test");
+  const std::vector<unsigned char> zeros(layout.types[0].bytes);
+  Random random(3);
+  std::size_t apart = 0;
+  for (const Field &field : layout.types[0].fields) {
+    SCOPED_TRACE(field.name);
+    std::vector<std::vector<unsigned char>> records(60, zeros);
+    for (auto &record : records) take(field, random_text(field, random), record.data());
+    const auto at = [&](const auto &record) { return record.data() + field.offset; };
+    const auto compare = [&](const auto &a, const auto &b) {
+      return field.type->compare(at(a), at(b), field.params);
+    };
+    EXPECT_TRUE(field_empty(field, zeros.data()));
+    for (const auto &a : records) {
+      if (field_empty(field, a.data())) {
+        EXPECT_EQ(0, compare(a, zeros)) << field_text(field, a.data());
+      }
+      for (const auto &b : records) {
+        const int order = compare(a, b);
+        ASSERT_EQ(order > 0, compare(b, a) < 0);
+        if (field.type->measure == nullptr) continue;
+        const double way =
+            field.type->measure(at(a), field.params) - field.type->measure(at(b), field.params);
+        // Numbers beyond 53 bits may fall together.
+        ASSERT_TRUE(way == 0 || (way > 0) == (order > 0)) << way << " " << order;
+        apart += way != 0;
+      }
+    }
+  }
+  EXPECT_GT(apart, 10000U);
+}
+
 struct Loss {
   const char *keys, *text, *lost, *stored;
 };
