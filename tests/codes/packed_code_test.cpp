@@ -214,6 +214,23 @@ TEST_F(PackedCodeModel, AgreesWithTheEngineAtEveryWidth) {
   run(Code(1000), 32);
 }
 
+// What decides may stand behind the last position, or behind blanks in front of it.
+TEST_F(PackedCodeModel, LooksBehindTheLastPosition) {
+  const char *const tails[] = {"",    " ",    "   ",   "X",      "x",
+                               "  X", "\x01", "\x01X", "  \x01", "X  \x01"};
+  for (int n = 1; n <= 70; ++n) {
+    const Code code(n);
+    for (int blanks = 0; blanks <= std::min(n, 20); ++blanks) {
+      const auto filled = static_cast<std::size_t>(n - blanks);
+      for (const char *tail : tails) {
+        std::string text(filled, blanks % 2 == 0 ? 'A' : 'z');
+        text += std::string(static_cast<std::size_t>(blanks), ' ') + tail;
+        for (int opc = 0; opc < 16; ++opc) expect_saved(code, text, opc);
+      }
+    }
+  }
+}
+
 TEST_F(PackedCodeModel, AgreesOnEveryTextOfTwoBytes) {
   const Code code(2);
   for (int first = 1; first < 256; ++first) {

@@ -233,6 +233,10 @@ TEST(GrowableText, GrowsToAnyLength) {
     expected += piece + std::to_string(i);
   }
   EXPECT_EQ(LINHAFLEX_str(line), expected);
+  // No locale has this character: what was written in front of it does not stay.
+  EXPECT_EQ(LINHAFLEX_printf(line, "abc%lc", static_cast<wint_t>(0x7FFFFFFF)), -1);
+  EXPECT_EQ(LINHAFLEX_printf(line, "%s", ""), 0);
+  EXPECT_EQ(LINHAFLEX_str(line), expected);
   LINHAFLEX_destroi(line);
 }
 
