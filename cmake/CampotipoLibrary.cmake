@@ -14,6 +14,10 @@ target_compile_definitions(campotipo_flags INTERFACE
 if(CAMPOTIPO_SANITIZE)
   target_compile_options(campotipo_flags INTERFACE
     -fsanitize=${CAMPOTIPO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    # Its run-time part is C++, which programs in C are not linked with.
+    target_compile_options(campotipo_flags INTERFACE -fno-sanitize=function)
+  endif()
   target_link_options(campotipo_flags INTERFACE -fsanitize=${CAMPOTIPO_SANITIZE})
   # A fuzzer learns of a new way through the code only where the code counts its ways.
   if(CAMPOTIPO_BUILD_FUZZ AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
