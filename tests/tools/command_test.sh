@@ -37,6 +37,30 @@ type = "CODSTR"
 bytes = 6
 TOML
 sed 's/^name = "par"/header = 2\ntrailer = 1\n&/' pair.toml > margins.toml
+cat > kinds.toml <<'TOML'
+name = "kinds"
+select = "t"
+length = { bytes = 1 }
+[[record]]
+name = "long"
+when = "1"
+[[record.field]]
+name = "t"
+type = "BIN1"
+[[record.field]]
+name = "text*/"
+type = "CODSTR"
+bytes = 300
+[[record]]
+name = "bits"
+[[record.field]]
+name = "t"
+type = "BIN1"
+[[record.field]]
+name = "b"
+type = "ZBTFIELD"
+bits = [3, 5]
+TOML
 printf 'n,nome\r\n1,abc\r\n2,"x,""y"\r\n65535,\r\n' > good.csv
 printf 'n,nome\n1,abc\n70000,abcdefgh\n3,x\n' > lossy.csv
 
@@ -48,6 +72,10 @@ expect 0 "not well formed" show CODALF05 30D98303
 expect 1 "spare bits" show CODALF05 30D98303 --strict
 expect 2 "expected 3" show DATAC 9FD1
 expect 2 "hexadecimal" show DATAC 9FD18
+expect 2 "hexadecimal" show DATAC 9FZ18F
+expect 0 "aaaaaaaaaaaaaaaa" show CODSTR "$(printf '61%.0s' {1..16})"
+expect 0 "08208224" make CODALF05 7 --set 'options=["zeros"]'
+expect 0 "BF00000000000000" make BIN8 191 --set 'check="CNPJ"'
 expect 0 "E2040000" make BIN4 12.50 --set decimals=2
 expect 0 "too large" make BIN1 256
 expect 1 "too large" make BIN1 256 --strict
@@ -69,6 +97,9 @@ expect 0 "no document has its length" document xyz
 expect 0 "2      6  nome" layout pair.toml
 expect 0 'CREATE TABLE "par"' layout pair.toml --sql
 expect 0 "<svg" layout pair.toml --svg
+expect 0 "1 bytes with its length in front of each record" layout kinds.toml
+expect 2 "expected --record NAME" layout kinds.toml --svg
+expect 0 '"inicio_pix" TIMESTAMP' layout "$examples/bancos.toml" --sql
 expect 0 "" layout pair.toml --header -o par.h
 printf '#include "par.h"\nint main(void) { return sizeof(par) - PAR_BYTES; }\n' > par.c
 if ! "${CC:-cc}" -std=c99 -pedantic -Wall -Wextra -Werror par.c -o par || ! ./par; then
@@ -111,12 +142,15 @@ expect 1 "bytes behind the end of the text" check pair.toml spoilt.dat
 expect 0 "distinct" stats pair.toml good.dat
 expect 0 '{"field":"n","type":"BIN2","values":3,"empty":0,"distinct":3,"exact":true,"least":"1","greatest":"65535"},' \
   stats pair.toml good.dat --json
+expect 0 '"field":"bits.b.parte1","type":"ZBTFIELD","values":2,"empty":1,"distinct":2' \
+  stats kinds.toml <(printf '\2\0\5\2\0\0') --json
 expect 0 "&lt;b&gt;&amp;&quot;" report pair.toml <(printf '\1\0<b>&"\0')
 
 # What cannot be used, and what must not be left behind.
 expect 2 "cut.dat: record 3, byte 16: the file ends inside the record" \
   dump pair.toml cut.dat --format csv -o partial.csv
 absent partial.csv
+expect 2 "the file ends inside the record" dump pair.toml cut.dat
 expect 2 "is a directory" dump pair.toml .
 expect 2 "is a directory" load pair.toml good.csv -o .
 expect 2 "is a directory" check . good.dat
@@ -135,11 +169,16 @@ done
 expect 2 "a file with a header and trailer of 3 bytes" \
   load margins.toml good.csv --like <(printf x) -o empty.dat
 expect 2 "two columns are called \"n\"" load pair.toml <(printf 'n,n\n1,2\n') -o empty.dat
+expect 2 "expected a column \"record\"" load kinds.toml <(printf 't\n1\n') -o empty.dat
+expect 2 "enough bytes for records of 301 bytes" \
+  load kinds.toml <(printf 'record,t,text*/,b.parte1,b.parte2\nlong,1,x,,\n') -o empty.dat
 expect 2 "is empty" load pair.toml /dev/null -o empty.dat
 expect 2 "the layout has no column \"nomes\", expected \"nome\"?" \
   load pair.toml <(printf 'n,nomes\n1,x\n') -o empty.dat
 expect 0 "" load pair.toml <(printf 'n,nam,nome\n1,x,y\n') --ignore nam -o ignored.dat
 expect 2 "record 1, byte 7: a quote that is not closed" load pair.toml <(printf 'n,nome\n"1,x\n') -o empty.dat
+expect 2 "a row without end, or a quote that is not closed" \
+  load pair.toml <(printf 'n,nome\n1,"' && head -c 140000000 /dev/zero | tr '\0' x) -o empty.dat
 expect 2 "record 2, byte 11: 1 cells, expected 2" \
   load pair.toml <(printf 'n,nome\n1,x\n2\n') -o empty.dat
 absent empty.dat
@@ -157,8 +196,12 @@ expect 0 "" dump pair.toml good.dat --format csv -o link.csv
 same kept.csv good.csv
 [[ -L link.csv && $(stat -c %a kept.csv) == 640 ]] || complain "the link or the mode is another"
 
-# A pipe that is closed, by a reader that has enough.
+# A table longer than what is gathered before it is written.
 head -c 4000000 /dev/zero > zeros.dat
+[[ $("$tool" dump pair.toml zeros.dat --count 20000 | wc -l) -eq 20001 ]] ||
+  complain "a long table is not whole"
+
+# A pipe that is closed, by a reader that has enough.
 for jobs in 1 2; do
   "$tool" dump pair.toml zeros.dat --format csv --jobs "$jobs" 2> err | head -n 1 > out
   [[ ${PIPESTATUS[0]} -eq 2 ]] || complain "a closed pipe goes unnoticed"
@@ -181,6 +224,8 @@ if [[ -x $(command -v script) ]]; then
   ! grep -q $'\e\[' out || complain "colour where NO_COLOR is set"
   on_terminal "(sleep 1; cat zeros.dat) | $tool dump pair.toml --format csv -o /dev/null"
   grep -q "records  " out || complain "no bar on a terminal"
+  on_terminal "$tool dump pair.toml zeros.dat --format csv | (sleep 1; cat > /dev/null)"
+  grep -q "records  " out && grep -qF "[#" out || complain "no bar of a known size on a terminal"
 fi
 "$tool" check pair.toml spoilt.dat > out 2> err
 ! grep -q $'\e' out err || complain "an escape in a file"

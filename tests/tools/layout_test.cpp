@@ -99,8 +99,13 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
       {"@type = 'ZBTFIELD'\nbits = []\n", "x.toml:5:8", "the parts of the area"},
       {"@type = 'BIN4'\ncount = 0\n", "x.toml:5:9", "from 1 to"},
       {"@type = 'BIN1'\n[[field]]\nname = 'f'\ntype = 'BIN1'\n", "x.toml:5:1", "each name once"},
+      {"@type = 'BIN1'\ncount = 2\n[[field]]\nname = 'f_1'\ntype = 'BIN1'\n", "x.toml:1",
+       "two fields are called \"f_1\""},
+      {"@type = 'CODSTR'\nbytes = 3\nencoding = 'no-such'\n", "x.toml:6:12", "a character set"},
       {"@type = 'BIN1'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'BIN1'\n", "x.toml:1",
        "share the column"},
+      {"@type = 'CODSTR50'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'HORAC'\njoin = ' '\n",
+       "x.toml:1", "expected a number, date or time as the first"},
       {"@type = 'DATAC'\nformat = 'DD_MM_AAAA'\n[[field]]\nname = 'g'\ncolumn='f'\ntype = 'HORAC'\n"
        "join = '_'\n",
        "x.toml:1", "a join that the first never holds"},

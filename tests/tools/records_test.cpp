@@ -303,14 +303,19 @@ TEST(Programs, JsonNestsGroupsAndRepetitions) {
 }
 
 TEST(Pipeline, KeepsTheOrderAndTheFirstFault) {
-  for (const int jobs : {1, 2, 5}) {
+  // Below zero: the fault is where a block is filled, else where it is worked on.
+  for (const int jobs : {1, 2, 5, -1, -2, -5}) {
     for (const int bad : {-1, 0, 57, 199}) {
       int next = 0;
       std::vector<int> drained;
       const auto run = [&] {
         Pipeline<int, std::function<bool(int &)>, std::function<void(int &)>,
                  std::function<void(int &)>>(
-            jobs, [&](int &block) { return (block = next++) < 200; },
+            std::abs(jobs),
+            [&](int &block) {
+              if (jobs < 0 && next == bad) throw std::runtime_error("bad");
+              return (block = next++) < 200;
+            },
             [&](int &block) {
               if (block == bad) throw std::runtime_error("bad");
               block *= 3;
