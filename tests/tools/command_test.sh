@@ -184,8 +184,24 @@ expect 2 "record 2, byte 11: 1 cells, expected 2" \
 absent empty.dat
 expect 2 "" dump
 expect 2 "" no-such-command
-for command in types show make layout dump load check stats report document; do
+# The completion and the manual page know the commands and the options of each, and no others.
+# shellcheck source=/dev/null
+source "$examples/../tools/campotipo.bash-completion"
+sed 's/\\f[A-Z]//g; s/\\//g' "$examples/../tools/campotipo.1" > manual
+completed() { # word...: what can stand for the last of the words
+  COMP_WORDS=(campotipo "$@") COMP_CWORD=$#
+  _campotipo
+  printf '%s\n' "${COMPREPLY[@]}" | sort
+}
+commands=$("$tool" --help | sed -n '/^subcommands/I,$s/^  \([a-z]*\) .*/\1/p')
+completed "" | grep -v '^--' | cmp -s - <(sort <<< "$commands") || complain "other commands are completed"
+for command in $commands; do
   expect 0 "Example" "$command" --help
+  grep -oE -- '--[a-z-]+' out | sort -u > options
+  completed "$command" -- | cmp -s - options || complain "other options of $command are completed"
+  while read -r option; do
+    grep -qF -- "$option" manual || complain "the manual page has no $option"
+  done < options
 done
 
 # What is replaced keeps its mode, and a link leads to it as before.
