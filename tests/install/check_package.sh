@@ -23,10 +23,11 @@ for header in "$source"/include/campotipo/*.h "$source"/support/include/campotip
 done
 for file in bin/campotipo share/man/man1/campotipo.1.gz \
   share/bash-completion/completions/campotipo share/doc/libcampotipo-dev/html/index.html \
-  share/doc/libcampotipo-dev/CHANGELOG.md.gz share/doc/libcampotipo-dev/README.md.gz \
+  share/doc/libcampotipo-dev/README.md.gz share/doc/libcampotipo-dev/SECURITY.md \
   share/doc/{campotipo,libcampotipo1,libcampotipo-support1,libcampotipo-dev}/{copyright,changelog.gz}; do
   [ -f "$scratch/usr/$file" ] || fault "no $file"
 done
+zgrep -q 'ABI: ' "$scratch/usr/share/doc/libcampotipo1/changelog.gz" || fault "no line of the ABI"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
