@@ -218,17 +218,17 @@ TEST_F(PackedCodeModel, AgreesWithTheEngineAtEveryWidth) {
 TEST_F(PackedCodeModel, LooksBehindTheLastPosition) {
   const char *const tails[] = {"",    " ",    "   ",   "X",      "x",
                                "  X", "\x01", "\x01X", "  \x01", "X  \x01"};
-  for (int n = 1; n <= 70; ++n) {
-    const Code code(n);
-    for (int blanks = 0; blanks <= std::min(n, 20); ++blanks) {
-      const auto filled = static_cast<std::size_t>(n - blanks);
+  const auto look = [&](const Code &code) {
+    for (int blanks = 0; blanks <= std::min(code.n, 20); ++blanks) {
       for (const char *tail : tails) {
-        std::string text(filled, blanks % 2 == 0 ? 'A' : 'z');
+        std::string text(static_cast<std::size_t>(code.n - blanks), blanks % 2 == 0 ? 'A' : 'z');
         text += std::string(static_cast<std::size_t>(blanks), ' ') + tail;
         for (int opc = 0; opc < 16; ++opc) expect_saved(code, text, opc);
       }
     }
-  }
+  };
+  for (int n = 1; n <= 70; ++n) look(Code(n));
+  for (const Member &member : kMembers) look(MemberCode(member));
 }
 
 TEST_F(PackedCodeModel, AgreesOnEveryTextOfTwoBytes) {
