@@ -70,7 +70,7 @@ class NumberTest : public testing::TestWithParam<Width> {
     return value;
   }
 
-  GuardedBuffer field_, other_, text_;
+  GuardedBuffer field_, other_, text_, pages_{8192};
 };
 
 TEST_P(NumberTest, ReadsWhatTheDigitsSay) {
@@ -91,11 +91,15 @@ TEST_P(NumberTest, ReadsWhatTheDigitsSay) {
     all.push_back(random.digits(length) + static_cast<char>(random.between(1, 255)) + "123");
   }
   for (const std::string &text : all) {
-    // At the end of a page a text is read by bytes, elsewhere by vectors that reach behind it.
+    // At the end of a page, where a text may go on in the next one, it is read by bytes, elsewhere by
+    // vectors that reach behind it.
     char roomy[256];
     std::memset(roomy, '7', sizeof roomy);
     std::memcpy(roomy, text.c_str(), text.size() + 1);
-    for (const char *at : {text_.text(text), static_cast<const char *>(roomy)}) {
+    char *across = pages_.text_at_end(4096 + 1 + text.size() % 31);
+    std::memcpy(across, text.c_str(), text.size() + 1);
+    for (const char *at :
+         {text_.text(text), static_cast<const char *>(roomy), static_cast<const char *>(across)}) {
       unsigned char *dest = field(~std::uint64_t{0});
       const int result = GetParam().parse(dest, at);
       EXPECT_EQ(value_of(dest), reference(text, -1) & mask()) << '"' << text << '"';
