@@ -40,6 +40,7 @@ void expect_like_a_map(const Shape &shape, Random *random) {
   const std::vector<int> indices = indices_of(shape.base, shape.count, random);
   const auto any = [&] { return indices[random->between<std::size_t>(0, indices.size() - 1)]; };
   const int padrao = shape.fallback & 0xFF;
+  const long before = heap.blocks();
   for (int life = 0; life < 2; ++life) {
     ASSERT_EQ(table.mapa, nullptr);
     std::map<int, bool> written;
@@ -62,6 +63,9 @@ void expect_like_a_map(const Shape &shape, Random *random) {
     TABBOOL_destroi(&table);
   }
   TABBOOL_destroi(&table);
+  if (platform::kOwnsHeap) {
+    EXPECT_EQ(heap.blocks(), before);
+  }
   EXPECT_EQ(table.tamanho, shape.count);
   EXPECT_EQ(table.base, shape.base);
   EXPECT_EQ(table.padrao, padrao);

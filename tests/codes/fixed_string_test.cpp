@@ -23,19 +23,19 @@ struct Member {
   int (*compare)(const unsigned char *, const unsigned char *);
 };
 
-constexpr int kSmall = 5;
+template <int n>
+constexpr Member kAny = {
+    n, [](unsigned char *dest, const char *text, int opc) { CODSTR_opc_salva(dest, text, n, opc); },
+    [](char *dest, const unsigned char *src, int width, int opc) {
+      CODSTR_opc_extrai(dest, src, n, width, opc);
+      return dest;
+    },
+    [](const unsigned char *src, int opc) { return CODSTR_nao_zero(src, n, opc); },
+    [](const unsigned char *a, const unsigned char *b) { return CODSTR_compara(a, b, n); }};
 
 constexpr Member kMembers[] = {
-    {kSmall,
-     [](unsigned char *dest, const char *text, int opc) {
-       CODSTR_opc_salva(dest, text, kSmall, opc);
-     },
-     [](char *dest, const unsigned char *src, int width, int opc) {
-       CODSTR_opc_extrai(dest, src, kSmall, width, opc);
-       return dest;
-     },
-     [](const unsigned char *src, int opc) { return CODSTR_nao_zero(src, kSmall, opc); },
-     [](const unsigned char *a, const unsigned char *b) { return CODSTR_compara(a, b, kSmall); }},
+    kAny<1>,
+    kAny<5>,
     {CODSTR50_BYTES, CODSTR50_opc_atob, CODSTR50_opc_btoa, CODSTR50_nao_zero, CODSTR50_compara},
     {CODSTR52_BYTES, CODSTR52_opc_atob, CODSTR52_opc_btoa, CODSTR52_nao_zero, CODSTR52_compara},
 };
