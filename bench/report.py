@@ -209,7 +209,7 @@ def write_report(times, footprint, record_tool, instructions, out):
 Written by `scripts/bench`. Each operation is called through the installed shared library, as an
 application calls it, beside peers that do the same job, in one process and on the same 512 varied
 inputs. Every peer's answer is compared with the library's before anything is timed. Repetitions are
-interleaved; **min** is the least of 9, **median** the middle one, in ns an operation.
+interleaved; **min** is the least of 18, **median** the middle one, in ns an operation.
 
 How to read it: compare min with min, in one run. "peer / ours" says how many times the library's
 time the peer takes; below 1.0x the peer is faster. "(inline)" marks peers that the compiler builds
