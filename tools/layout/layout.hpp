@@ -75,6 +75,7 @@ struct Layout {
   std::vector<std::string> columns;  // of all kinds, in order; each name once
 
   bool several() const { return types.size() > 1; }
+  bool plain() const { return !several() && prefix.bytes == 0; }
   std::size_t least_bytes() const;
   std::size_t most_bytes() const;
   bool fixed_size() const { return prefix.bytes == 0 && least_bytes() == most_bytes(); }

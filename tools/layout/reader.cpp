@@ -200,9 +200,15 @@ Layout parse_layout(std::string_view text, const std::string &name) {
 
 Layout read_layout(const std::string &path) {
   Input input(path);
-  std::string text(kMostText + 1, '\0');
-  text.resize(input.read(text.data(), text.size()));
-  if (text.size() > kMostText) throw Failure(input.name() + ": too large for a layout");
+  constexpr std::size_t kStep = 64U << 10;
+  std::string text;
+  for (std::size_t got = kStep; got == kStep;) {
+    const std::size_t kept = text.size();
+    if (kept > kMostText) throw Failure(input.name() + ": too large for a layout");
+    text.resize(kept + kStep);
+    got = input.read(text.data() + kept, kStep);
+    text.resize(kept + got);
+  }
   return parse_layout(text, input.name());
 }
 

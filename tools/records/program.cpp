@@ -26,7 +26,7 @@ void Program::run(const unsigned char *record, Buffer &buffer) const {
   for (const Step &step : steps_) {
     if (step.prefix_length == 1) {
       *out++ = literals_[step.prefix];
-    } else {
+    } else if (step.prefix_length != 0) {
       std::memcpy(out, literals_.data() + step.prefix, step.prefix_length);
       out += step.prefix_length;
     }

@@ -118,8 +118,25 @@ bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t
   return true;
 }
 
+// Records of one kind, one behind the other: all that the block holds whole.
+void RecordStream::split_plain(RecordBlock &block, std::size_t usable, std::size_t &at) {
+  const RecordType &type = layout_->types[0];
+  const std::uint64_t wanted = end_ - next_;
+  const std::uint64_t count = std::min<std::uint64_t>(usable / type.bytes, wanted);
+  const std::uint64_t passed = from_ > next_ ? std::min(from_ - next_, count) : 0;
+  block.first = next_ + passed;
+  block.records.reserve(static_cast<std::size_t>(count - passed));
+  for (std::uint64_t i = passed; i < count; ++i) {
+    block.records.push_back({static_cast<std::uint32_t>(i * type.bytes),
+                             static_cast<std::uint32_t>(i - passed), &type});
+  }
+  at = static_cast<std::size_t>(count) * type.bytes;
+  next_ += count;
+}
+
 void RecordStream::split(RecordBlock &block, std::size_t usable) {
   std::size_t at = 0;
+  if (layout_->plain() && !done_) split_plain(block, usable, at);
   while (!done_ && next_ < end_ && split_one(block, usable, at)) {
   }
   if (next_ >= end_) done_ = true;

@@ -60,6 +60,7 @@ class RecordStream {
   void begin(RecordBlock &block);
   void read_more(RecordBlock &block);
   void split(RecordBlock &block, std::size_t usable);
+  void split_plain(RecordBlock &block, std::size_t usable, std::size_t &at);
   bool split_one(RecordBlock &block, std::size_t usable, std::size_t &at);
   std::size_t stored_length(const unsigned char *prefix) const;
   void fault(RecordBlock &block, std::size_t at, std::uint64_t record, const std::string &what);
