@@ -23,7 +23,7 @@ if(CAMPOTIPO_HWCAPS)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${CAMPOTIPO_HWCAPS_DIR}
     COMPONENT runtime NAMELINK_SKIP)
 endif()
-install(DIRECTORY include/campotipo support/include/campotipo-support
+install(DIRECTORY library/include/campotipo library/support/include/campotipo-support
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN "*.h")
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/campotipo)

@@ -1,6 +1,7 @@
 # How a subsystem becomes objects and how objects become one of the two shared libraries.
 
-set(CAMPOTIPO_INCLUDE_DIRS ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/support/include)
+set(CAMPOTIPO_INCLUDE_DIRS ${PROJECT_SOURCE_DIR}/library/include
+  ${PROJECT_SOURCE_DIR}/library/support/include)
 
 # Interface target: what every translation unit of the project is compiled with.
 add_library(campotipo_flags INTERFACE)
@@ -31,7 +32,7 @@ add_library(campotipo_library_flags INTERFACE)
 target_link_libraries(campotipo_library_flags INTERFACE campotipo_flags)
 target_compile_definitions(campotipo_library_flags INTERFACE CAMPOTIPO_BUILDING)
 target_compile_options(campotipo_library_flags INTERFACE
-  -iquote${PROJECT_SOURCE_DIR} -fno-semantic-interposition
+  -iquote${PROJECT_SOURCE_DIR}/library -fno-semantic-interposition
   -fstack-protector-strong -fcf-protection -fno-plt
   $<$<BOOL:${CAMPOTIPO_BUILD_TESTS}>:-g>
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics>)
@@ -65,7 +66,26 @@ function(campotipo_subsystem name)
       target_compile_options(${objects} PRIVATE -march=x86-64-v3)
     endif()
   endforeach()
-  set_property(GLOBAL APPEND PROPERTY CAMPOTIPO_ARROWS "${name}: ${arg_ARROWS}")
+  list(JOIN arg_ARROWS " " arrows)
+  set_property(GLOBAL APPEND PROPERTY CAMPOTIPO_ARROWS
+    "library/${name}: base ${name} ${arrows}")
+endfunction()
+
+# campotipo_component(NAME FOLDERS folder... ARROWS component...)
+# A component above the library: its folders include each other and those of the components that
+# ARROWS names, and of the library its installed headers alone.
+function(campotipo_component name)
+  cmake_parse_arguments(arg "" "" "FOLDERS;ARROWS" ${ARGN})
+  set(known ${arg_FOLDERS})
+  foreach(arrow ${arg_ARROWS})
+    get_property(more GLOBAL PROPERTY CAMPOTIPO_FOLDERS_${arrow})
+    list(APPEND known ${more})
+  endforeach()
+  set_property(GLOBAL PROPERTY CAMPOTIPO_FOLDERS_${name} "${known}")
+  list(JOIN known " " arrows)
+  foreach(folder ${arg_FOLDERS})
+    set_property(GLOBAL APPEND PROPERTY CAMPOTIPO_ARROWS "${name}/${folder}: ${arrows}")
+  endforeach()
 endfunction()
 
 # Writes the linker version script of a library from its sorted lists of exports. Hidden visibility
@@ -116,7 +136,7 @@ function(campotipo_shared_library name)
     endif()
   endforeach()
   target_include_directories(${name} INTERFACE
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/library/include>
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${arg_INCLUDE}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 endfunction()

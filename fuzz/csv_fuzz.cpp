@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 #include "fuzz/memory_file.hpp"
 #include "layout/reader.hpp"
-#include "records/loader.hpp"
+#include "rows/loader.hpp"
 
 namespace {
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 #include "fuzz/load_back.hpp"
-#include "layout/drawings.hpp"
 #include "layout/reader.hpp"
-#include "records/program.hpp"
+#include "pictures/drawings.hpp"
+#include "rows/program.hpp"
 #include "text/scan.hpp"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "fuzz/memory_file.hpp"
 #include "layout/layout.hpp"
-#include "records/loader.hpp"
+#include "rows/loader.hpp"
 
 namespace campotipo::fuzz {
 

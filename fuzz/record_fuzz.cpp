@@ -8,11 +8,11 @@
 #include <set>
 #include <string>
 
+#include "files/stream.hpp"
+#include "findings/examiner.hpp"
 #include "fuzz/load_back.hpp"
 #include "layout/reader.hpp"
-#include "records/examiner.hpp"
-#include "records/program.hpp"
-#include "records/stream.hpp"
+#include "rows/program.hpp"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <new>
 #include <sstream>
 
-#include "app/failure.hpp"
-#include "app/output.hpp"
 #include "commands/commands.hpp"
+#include "files/failure.hpp"
+#include "terminal/output.hpp"
 
 namespace campotipo::tool {
 

@@ -379,7 +379,7 @@ sub annotated {
 # Every public name of the headers beside a header and of those that are told of with it.
 sub names {
   my ($path) = @_;
-  my ($root) = $path =~ m{^(.*?)(?:support/)?include/} or return;
+  my ($root) = $path =~ m{^(.*?)(?:library/)?(?:support/)?include/} or return;
   my %names;
   for my $file (public_headers($root eq '' ? '.' : $root)) {
     open my $in, '<', $file or die "$file: $!\n";
@@ -396,7 +396,7 @@ sub names {
 sub public_headers {
   my ($root) = @_;
   return grep { !m{/(?:campotipo|export|version)\.h$} }
-    (sort(glob "$root/include/campotipo/*.h"), sort(glob "$root/support/include/campotipo-support/*.h"));
+    (sort(glob "$root/library/include/campotipo/*.h"), sort(glob "$root/library/support/include/campotipo-support/*.h"));
 }
 
 1;

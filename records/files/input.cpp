@@ -1,4 +1,4 @@
-#include "app/input.hpp"
+#include "files/input.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 
 namespace campotipo::tool {
 

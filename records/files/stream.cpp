@@ -1,4 +1,4 @@
-#include "records/stream.hpp"
+#include "files/stream.hpp"
 
 #include <algorithm>
 #include <cstring>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/input.hpp"
+#include "files/input.hpp"
 #include "layout/layout.hpp"
 
 namespace campotipo::tool {

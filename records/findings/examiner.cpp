@@ -1,4 +1,4 @@
-#include "records/examiner.hpp"
+#include "findings/examiner.hpp"
 
 #include "text/quote.hpp"
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "files/stream.hpp"
+#include "findings/losses.hpp"
 #include "layout/layout.hpp"
-#include "records/losses.hpp"
-#include "records/stream.hpp"
 
 namespace campotipo::tool {
 

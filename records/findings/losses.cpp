@@ -1,4 +1,4 @@
-#include "records/losses.hpp"
+#include "findings/losses.hpp"
 
 #include "text/quote.hpp"
 #include "text/utf8.hpp"

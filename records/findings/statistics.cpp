@@ -1,4 +1,4 @@
-#include "records/statistics.hpp"
+#include "findings/statistics.hpp"
 
 #include <algorithm>
 #include <bit>

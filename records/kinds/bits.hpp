@@ -5,9 +5,9 @@
 
 #include <cstring>
 
-#include "fields/judge.hpp"
-#include "fields/numbers.hpp"
-#include "fields/type.hpp"
+#include "kinds/judge.hpp"
+#include "kinds/numbers.hpp"
+#include "kinds/type.hpp"
 
 // Bit areas, GUIDs and bytes that belong to nobody.
 namespace campotipo::tool::bits {

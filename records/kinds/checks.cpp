@@ -1,4 +1,4 @@
-#include "fields/checks.hpp"
+#include "kinds/checks.hpp"
 
 #include <campotipo/documents.h>
 #include <campotipo/idnumbers.h>

@@ -1,4 +1,4 @@
-#include "fields/dates.hpp"
+#include "kinds/dates.hpp"
 
 #include <campotipo-support/calendar.h>
 

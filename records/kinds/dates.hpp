@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "fields/type.hpp"
+#include "kinds/type.hpp"
 
 // Dates and times of day.
 namespace campotipo::tool {

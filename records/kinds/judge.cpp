@@ -1,4 +1,4 @@
-#include "fields/judge.hpp"
+#include "kinds/judge.hpp"
 
 #include <campotipo/codes.h>
 

@@ -4,7 +4,7 @@
 #include <campotipo-support/numbers.h>
 #include <campotipo/percent.h>
 
-#include "fields/numbers.hpp"
+#include "kinds/numbers.hpp"
 
 // Percents and money values.
 namespace campotipo::tool::money {

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "fields/judge.hpp"
-#include "fields/type.hpp"
+#include "kinds/judge.hpp"
+#include "kinds/type.hpp"
 #include "text/scan.hpp"
 
 // Numbers: binary ones, wide quantities, percents and money. All have a decimal text.

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 
-#include "fields/bits.hpp"
-#include "fields/dates.hpp"
-#include "fields/money.hpp"
-#include "fields/numbers.hpp"
-#include "fields/texts.hpp"
-#include "fields/type.hpp"
+#include "kinds/bits.hpp"
+#include "kinds/dates.hpp"
+#include "kinds/money.hpp"
+#include "kinds/numbers.hpp"
+#include "kinds/texts.hpp"
+#include "kinds/type.hpp"
 
 namespace campotipo::tool {
 

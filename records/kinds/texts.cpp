@@ -1,4 +1,4 @@
-#include "fields/texts.hpp"
+#include "kinds/texts.hpp"
 
 #include "text/scan.hpp"
 

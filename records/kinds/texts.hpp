@@ -5,9 +5,9 @@
 #include <cstring>
 #include <string>
 
-#include "fields/judge.hpp"
-#include "fields/numbers.hpp"
-#include "fields/type.hpp"
+#include "kinds/judge.hpp"
+#include "kinds/numbers.hpp"
+#include "kinds/type.hpp"
 #include "text/charset.hpp"
 #include "text/scan.hpp"
 

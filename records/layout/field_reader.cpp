@@ -6,7 +6,7 @@
 #include <span>
 #include <stdexcept>
 
-#include "fields/dates.hpp"
+#include "kinds/dates.hpp"
 #include "text/charset.hpp"
 #include "text/nearest.hpp"
 

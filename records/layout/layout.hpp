@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "fields/checks.hpp"
-#include "fields/type.hpp"
+#include "kinds/checks.hpp"
+#include "kinds/type.hpp"
 
 namespace campotipo::tool {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
 #include "layout/record_builder.hpp"
 #include "layout/toml_table.hpp"
 #include "text/charset.hpp"

@@ -4,8 +4,8 @@
 #include <map>
 #include <set>
 
-#include "fields/bits.hpp"
-#include "fields/dates.hpp"
+#include "kinds/bits.hpp"
+#include "kinds/dates.hpp"
 
 namespace campotipo::tool {
 

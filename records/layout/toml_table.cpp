@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 #include "text/nearest.hpp"
 
 namespace campotipo::tool {

@@ -1,10 +1,10 @@
-#include "records/loader.hpp"
+#include "rows/loader.hpp"
 
 #include <algorithm>
 #include <cstring>
 
-#include "app/failure.hpp"
-#include "records/program.hpp"
+#include "files/failure.hpp"
+#include "rows/program.hpp"
 #include "text/nearest.hpp"
 #include "text/scan.hpp"
 

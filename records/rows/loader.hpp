@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "findings/losses.hpp"
 #include "layout/layout.hpp"
-#include "records/buffer.hpp"
-#include "records/losses.hpp"
+#include "rows/buffer.hpp"
 #include "text/csv.hpp"
 
 namespace campotipo::tool {

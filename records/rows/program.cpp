@@ -1,9 +1,9 @@
-#include "records/program.hpp"
+#include "rows/program.hpp"
 
 #include <algorithm>
 #include <cstring>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 #include "text/quote.hpp"
 #include "text/scan.hpp"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "layout/layout.hpp"
-#include "records/buffer.hpp"
+#include "rows/buffer.hpp"
 
 namespace campotipo::tool {
 

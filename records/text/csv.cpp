@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::tool {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/input.hpp"
+#include "files/input.hpp"
 
 namespace campotipo::tool {
 

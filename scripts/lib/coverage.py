@@ -5,6 +5,7 @@ usage: coverage.py TOGETHER.json BUILD.json...
 import collections
 import itertools
 import json
+import os
 import sys
 
 
@@ -60,9 +61,9 @@ for file in merged["files"]:
             missed.append(str(number))
         elif taken < len(ways):
             partly.append(str(number))
-    total = folders[file["file"].split("/")[0]]
+    total = folders[os.path.dirname(file["file"])]
     total[:] = [a + b for a, b in zip(total, counts)]
     row(file["file"], counts, " ".join(missed) + ("; " + " ".join(partly) if partly else ""))
 print()
-for name in sorted(folders, key=lambda name: (name == "tools", name)):
+for name in sorted(folders):
     row(name, folders[name])

@@ -8,15 +8,15 @@ count=0 faults=0
 # Nothing but the header and one declaration, which C asks of every source.
 try() {  # language, standard, compiler, header
   printf '#include <%s>\ntypedef int alone;\n' "$4" |
-    "$3" -x "$1" -std="$2" -Iinclude -Isupport/include -Wall -Wextra -pedantic -Werror \
+    "$3" -x "$1" -std="$2" -Ilibrary/include -Ilibrary/support/include -Wall -Wextra -pedantic -Werror \
       -fsyntax-only - || {
     echo "FAULT: $4 as $2 with $3"
     faults=$((faults + 1))
   }
   count=$((count + 1))
 }
-for header in include/campotipo/*.h support/include/campotipo-support/*.h; do
-  name=${header#*include/}
+for header in library/include/campotipo/*.h library/support/include/campotipo-support/*.h; do
+  name=${header##*include/}
   for compiler in gcc clang; do
     command -v "$compiler" > /dev/null || continue
     for standard in c99 c17; do try c $standard $compiler "$name"; done

@@ -18,7 +18,7 @@ done
 while read -r name; do
   [ -e "$scratch/usr/share/man/man3/$name.3.gz" ] || fault "no manual page of $name"
 done < <(cat "$source"/tests/abi/exports*.txt)
-for header in "$source"/include/campotipo/*.h "$source"/support/include/campotipo-support/*.h; do
+for header in "$source"/library/include/campotipo/*.h "$source"/library/support/include/campotipo-support/*.h; do
   cmp -s "$header" "$scratch/usr/${header#"${header%include/*}"}" || fault "no $header"
 done
 for file in bin/campotipo share/man/man1/campotipo.1.gz \

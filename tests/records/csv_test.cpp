@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/failure.hpp"
-#include "tests/tools/tool_fixture.hpp"
+#include "files/failure.hpp"
+#include "tests/records/tool_fixture.hpp"
 #include "text/charset.hpp"
 #include "text/csv.hpp"
 #include "text/quote.hpp"

@@ -5,9 +5,9 @@
 #include <set>
 #include <sstream>
 
-#include "app/failure.hpp"
-#include "layout/drawings.hpp"
-#include "tests/tools/tool_fixture.hpp"
+#include "files/failure.hpp"
+#include "pictures/drawings.hpp"
+#include "tests/records/tool_fixture.hpp"
 
 namespace campotipo::tool::test {
 namespace {

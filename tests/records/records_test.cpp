@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "app/output.hpp"
-#include "app/pipeline.hpp"
-#include "records/examiner.hpp"
-#include "records/loader.hpp"
-#include "records/program.hpp"
-#include "records/statistics.hpp"
-#include "records/stream.hpp"
-#include "tests/tools/tool_fixture.hpp"
+#include "commands/pipeline.hpp"
+#include "files/stream.hpp"
+#include "findings/examiner.hpp"
+#include "findings/statistics.hpp"
+#include "rows/loader.hpp"
+#include "rows/program.hpp"
+#include "terminal/output.hpp"
+#include "tests/records/tool_fixture.hpp"
 
 namespace campotipo::tool::test {
 namespace {

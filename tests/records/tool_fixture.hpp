@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "fields/dates.hpp"
+#include "kinds/dates.hpp"
 #include "layout/layout.hpp"
 #include "layout/reader.hpp"
 #include "tests/util/random.hpp"

@@ -187,8 +187,8 @@ expect 2 "" dump
 expect 2 "" no-such-command
 # The completion and the manual page know the commands and the options of each, and no others.
 # shellcheck source=/dev/null
-source "$examples/../tools/campotipo.bash-completion"
-sed 's/\\f[A-Z]//g; s/\\//g' "$examples/../tools/campotipo.1" > manual
+source "$examples/../tool/campotipo.bash-completion"
+sed 's/\\f[A-Z]//g; s/\\//g' "$examples/../tool/campotipo.1" > manual
 completed() { # word...: what can stand for the last of the words
   COMP_WORDS=(campotipo "$@") COMP_CWORD=$#
   _campotipo

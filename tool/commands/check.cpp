@@ -1,13 +1,13 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
-#include "app/output.hpp"
-#include "app/progress.hpp"
 #include "commands/commands.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
+#include "findings/examiner.hpp"
 #include "layout/reader.hpp"
-#include "records/examiner.hpp"
-#include "text/aligned.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
+#include "terminal/progress.hpp"
 
 namespace campotipo::tool {
 

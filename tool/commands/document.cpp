@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/output.hpp"
 #include "commands/commands.hpp"
-#include "fields/checks.hpp"
-#include "text/aligned.hpp"
+#include "files/failure.hpp"
+#include "kinds/checks.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
 
 namespace campotipo::tool {
 

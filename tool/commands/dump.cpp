@@ -1,16 +1,16 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
-#include "app/output.hpp"
-#include "app/pipeline.hpp"
-#include "app/progress.hpp"
 #include "commands/commands.hpp"
+#include "commands/pipeline.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
+#include "files/stream.hpp"
 #include "layout/reader.hpp"
-#include "records/buffer.hpp"
-#include "records/program.hpp"
-#include "records/stream.hpp"
-#include "text/aligned.hpp"
+#include "rows/buffer.hpp"
+#include "rows/program.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
+#include "terminal/progress.hpp"
 
 namespace campotipo::tool {
 

@@ -1,12 +1,12 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/output.hpp"
 #include "commands/commands.hpp"
-#include "fields/dates.hpp"
-#include "layout/drawings.hpp"
+#include "files/failure.hpp"
+#include "kinds/dates.hpp"
 #include "layout/reader.hpp"
-#include "text/aligned.hpp"
+#include "pictures/drawings.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
 
 namespace campotipo::tool {
 

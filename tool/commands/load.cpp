@@ -1,13 +1,13 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
-#include "app/output.hpp"
-#include "app/pipeline.hpp"
-#include "app/progress.hpp"
 #include "commands/commands.hpp"
+#include "commands/pipeline.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
 #include "layout/reader.hpp"
-#include "records/loader.hpp"
+#include "rows/loader.hpp"
+#include "terminal/output.hpp"
+#include "terminal/progress.hpp"
 
 namespace campotipo::tool {
 

@@ -1,14 +1,14 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
-#include "app/output.hpp"
-#include "app/progress.hpp"
 #include "commands/commands.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
+#include "files/stream.hpp"
+#include "findings/examiner.hpp"
 #include "layout/reader.hpp"
-#include "records/examiner.hpp"
-#include "records/stream.hpp"
 #include "report/page.hpp"
+#include "terminal/output.hpp"
+#include "terminal/progress.hpp"
 
 namespace campotipo::tool {
 

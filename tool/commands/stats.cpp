@@ -1,15 +1,15 @@
 #include <memory>
 
-#include "app/failure.hpp"
-#include "app/input.hpp"
-#include "app/output.hpp"
-#include "app/progress.hpp"
 #include "commands/commands.hpp"
+#include "files/failure.hpp"
+#include "files/input.hpp"
+#include "files/stream.hpp"
+#include "findings/examiner.hpp"
+#include "findings/statistics.hpp"
 #include "layout/reader.hpp"
-#include "records/examiner.hpp"
-#include "records/statistics.hpp"
-#include "records/stream.hpp"
-#include "text/aligned.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
+#include "terminal/progress.hpp"
 #include "text/quote.hpp"
 
 namespace campotipo::tool {

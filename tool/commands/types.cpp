@@ -1,9 +1,9 @@
-#include "app/failure.hpp"
-#include "app/output.hpp"
 #include "commands/commands.hpp"
-#include "fields/checks.hpp"
-#include "fields/type.hpp"
-#include "text/aligned.hpp"
+#include "files/failure.hpp"
+#include "kinds/checks.hpp"
+#include "kinds/type.hpp"
+#include "terminal/aligned.hpp"
+#include "terminal/output.hpp"
 
 namespace campotipo::tool {
 

@@ -2,11 +2,11 @@
 #include <memory>
 #include <sstream>
 
-#include "app/failure.hpp"
-#include "app/output.hpp"
 #include "commands/commands.hpp"
+#include "files/failure.hpp"
 #include "layout/layout.hpp"
 #include "layout/reader.hpp"
+#include "terminal/output.hpp"
 #include "text/quote.hpp"
 #include "text/scan.hpp"
 

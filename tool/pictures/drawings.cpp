@@ -1,4 +1,4 @@
-#include "layout/drawings.hpp"
+#include "pictures/drawings.hpp"
 
 #include <algorithm>
 #include <array>

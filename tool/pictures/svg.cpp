@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <map>
 
-#include "layout/drawings.hpp"
+#include "pictures/drawings.hpp"
 #include "text/quote.hpp"
 #include "text/utf8.hpp"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "records/losses.hpp"
+#include "findings/losses.hpp"
 #include "text/quote.hpp"
 
 namespace campotipo::tool {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "records/statistics.hpp"
+#include "findings/statistics.hpp"
 
 namespace campotipo::tool {
 

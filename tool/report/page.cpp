@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "layout/drawings.hpp"
+#include "pictures/drawings.hpp"
 #include "report/style.hpp"
 #include "text/quote.hpp"
 

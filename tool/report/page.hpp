@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "findings/examiner.hpp"
+#include "findings/statistics.hpp"
 #include "layout/layout.hpp"
-#include "records/examiner.hpp"
-#include "records/statistics.hpp"
 #include "report/histogram.hpp"
 
 namespace campotipo::tool {

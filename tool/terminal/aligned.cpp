@@ -1,4 +1,4 @@
-#include "text/aligned.hpp"
+#include "terminal/aligned.hpp"
 
 #include <algorithm>
 #include <utility>

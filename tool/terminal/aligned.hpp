@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "app/output.hpp"
-#include "app/terminal.hpp"
+#include "terminal/output.hpp"
+#include "terminal/terminal.hpp"
 
 namespace campotipo::tool {
 

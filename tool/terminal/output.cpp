@@ -1,4 +1,4 @@
-#include "app/output.hpp"
+#include "terminal/output.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "app/failure.hpp"
+#include "files/failure.hpp"
 
 namespace campotipo::tool {
 

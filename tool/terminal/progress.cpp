@@ -1,4 +1,4 @@
-#include "app/progress.hpp"
+#include "terminal/progress.hpp"
 
 #include <unistd.h>
 

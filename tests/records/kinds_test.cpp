@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fields/checks.hpp"
-#include "tests/tools/tool_fixture.hpp"
+#include "kinds/checks.hpp"
+#include "tests/records/tool_fixture.hpp"
 
 namespace campotipo::tool::test {
 namespace {
