@@ -1,13 +1,14 @@
 #pragma once
 
 #include <campotipo/bits.h>
+#include <fcntl.h>
+#include <unistd.h>
 #ifdef __SSSE3__
 #include <tmmintrin.h>
 #endif
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <ctime>
 
@@ -161,16 +162,15 @@ inline void to_text(char *to, __m128i guid, int flags) {
   *to = '\0';
 }
 
-// The kernel makes a new value for each reading of its file.
+// The kernel makes a new value for each reading of its file and gives it whole. A stream of the C
+// library would allocate.
 inline void generate(unsigned char *dest) {
   char line[64] = "";
-  std::FILE *file = std::fopen("/proc/sys/kernel/random/uuid", "r");
-  if (file == nullptr) {
-    std::memset(dest, 0, ZGUID_BYTES);
-    return;
+  const int file = open("/proc/sys/kernel/random/uuid", O_RDONLY | O_CLOEXEC);
+  if (file >= 0) {
+    if (read(file, line, sizeof line - 1) < 0) line[0] = '\0';
+    close(file);
   }
-  if (std::fgets(line, sizeof line, file) == nullptr) line[0] = '\0';
-  std::fclose(file);
   parse(dest, line);
 }
 

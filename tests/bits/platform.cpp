@@ -1,16 +1,11 @@
 #include "tests/bits/platform.hpp"
 
-#include <dlfcn.h>
-
-#include <cstdio>
-
 namespace campotipo::test::platform {
 namespace {
 
 bool heap_fails = false;
 long heap_blocks = 0;
 std::size_t heap_size = 0;
-const char *file_instead = nullptr;
 bool clock_is_set = false;
 std::time_t clock_now = 0;
 
@@ -23,9 +18,6 @@ Heap::Heap(bool fails) {
 Heap::~Heap() { heap_fails = false; }
 long Heap::blocks() const { return heap_blocks; }
 std::size_t Heap::last_size() const { return heap_size; }
-
-FileInstead::FileInstead(const char *path) { file_instead = path; }
-FileInstead::~FileInstead() { file_instead = nullptr; }
 
 Clock::Clock(std::time_t now) { set(now); }
 Clock::~Clock() { clock_is_set = false; }
@@ -58,13 +50,6 @@ void free(void *block) {
 }
 
 #endif
-
-std::FILE *fopen(const char *path, const char *mode) {
-  using Open = std::FILE *(*)(const char *, const char *);
-  static const auto real = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "fopen"));
-  if (platform::file_instead == nullptr) return real(path, mode);
-  return *platform::file_instead == '\0' ? nullptr : real(platform::file_instead, mode);
-}
 
 std::time_t time(std::time_t *result) {
   std::timespec now{};

@@ -22,13 +22,6 @@ class Heap {
   std::size_t last_size() const;  // asked for last
 };
 
-// What fopen gives for any path: "" for failure, another path for that file.
-class FileInstead {
- public:
-  explicit FileInstead(const char *path);
-  ~FileInstead();
-};
-
 // What time gives.
 class Clock {
  public:

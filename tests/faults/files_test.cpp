@@ -1,11 +1,13 @@
 // Files and directories that are not as they should be, each case in a child process.
 
 #include <campotipo/bits.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -20,11 +22,14 @@ const char *kernel_file = nullptr;
 }  // namespace
 
 // Opens another file where the library asks for the kernel's.
-extern "C" std::FILE *fopen64(const char *, const char *);
-extern "C" std::FILE *fopen(const char *path, const char *mode) {
+extern "C" int open(const char *path, int flags, ...) {
   const bool replaced =
       kernel_file != nullptr && std::strcmp(path, "/proc/sys/kernel/random/uuid") == 0;
-  return fopen64(replaced ? kernel_file : path, mode);
+  std::va_list more;
+  va_start(more, flags);
+  const auto mode = (flags & O_CREAT) != 0 ? va_arg(more, mode_t) : mode_t{};
+  va_end(more);
+  return openat(AT_FDCWD, replaced ? kernel_file : path, flags, mode);
 }
 
 namespace {

@@ -59,6 +59,14 @@ TEST(FailingHeap, LosesTheWriteIntoATable) {
     }
 }
 
+TEST(FailingHeap, IsNotAskedForAGuid) {
+  const FailingHeap heap(1);
+  unsigned char guid[ZGUID_BYTES];
+  ZGUID_gera(guid);
+  EXPECT_EQ(guid[6] >> 4, 4);
+  EXPECT_FALSE(heap.failed());
+}
+
 // The pieces up to the first that did not fit, and none behind it.
 TEST(FailingHeap, KeepsTheTextSoFar) {
   campotipo::test::Random random(91);

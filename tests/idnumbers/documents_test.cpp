@@ -288,6 +288,11 @@ TEST(Documents, PublishedNumbers) {
       {DOCUMENTO_valida_titulo, "690847092828", 1},
       {DOCUMENTO_valida_titulo, "163204010922", 1},
       {DOCUMENTO_valida_titulo, "123456789011", 0},
+      // Minas Gerais, a remainder of 0 for the second digit; Sao Paulo, one digit off.
+      {DOCUMENTO_valida_titulo, "162749070141", 1},
+      {DOCUMENTO_valida_titulo, "007202350108", 0},
+      // The digits fit, but there is no serial number.
+      {DOCUMENTO_valida_titulo, "000000000302", 0},
       // Test numbers of the card brands.
       {DOCUMENTO_valida_cartao, "4111111111111111", 1},
       {DOCUMENTO_valida_cartao, "5555555555554444", 1},

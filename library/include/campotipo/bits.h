@@ -17,6 +17,10 @@
  * Nothing here reports a failure: each operation tells what a bad input gives. Pointers are never
  * null unless told so. Memory is allocated for a TABBOOL and during a dump, nowhere else.
  *
+ * Texts end with a NUL. What lies behind it may be read in whole words, inside the memory page that
+ * holds a byte of the text, and is never looked at. Valgrind reports such reads, unless the library
+ * was built with -DCAMPOTIPO_PLAIN_READS=ON.
+ *
  * Threads: operations on different data may run at the same time. A TABBOOL or ZGUID_ESTADO belongs
  * to one caller at a time.
  */

@@ -29,8 +29,9 @@
  * capital letters too. Small letters are refused everywhere. Unlike ZALGORITM_valida_CPF and
  * ZALGORITM_valida_CNPJ, the operations here take a number in its full length only.
  *
- * Texts end with a NUL. Pointers are never null. Nothing allocates, keeps state or depends on the
- * locale. Threads: operations on different data may run at the same time.
+ * Texts end with a NUL and are read as <campotipo/idnumbers.h> tells. Pointers are never null.
+ * Nothing allocates, keeps state or depends on the locale. Threads: operations on different data may
+ * run at the same time.
  *
  * Example: a company's number with letters as a person types it, and in the eleven bytes of a
  * packed code of 14 positions (CODALF14, in <campotipo/codes.h>), whose alphabet has all of its
@@ -160,9 +161,9 @@ CAMPOTIPO_API int DOCUMENTO_valida_arrecadacao_linha(char *text, int make) CAMPO
  * valida_titulo: voter, a serial number of eight digits, the state, 01 to 28, and two check digits.
  * The first is the remainder modulo 11 of the serial number with the weights 2 to 9 from the left,
  * the second that of the state and the first digit with 7, 8 and 9; 10 gives 0. In SP and MG,
- * states 01 and 02, a remainder of 0 gives 1 for both.
+ * states 01 and 02, a remainder of 0 gives 1 for both. A serial number of eight zeros is refused.
  *
- * Source: Resolucao TSE 21.538/2003, article 12, for the form, of twelve digits at most; weights as
+ * Source: Resolucao TSE 23.659/2021, article 36, for the form, of twelve digits at most; weights as
  * OBMEP tells them ("A matematica nos documentos"). Public routines agree on SP and MG for the first
  * digit; some leave the second at 0. Followed are those that give both a 1 (brazilian-utils).
  */

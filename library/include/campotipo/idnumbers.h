@@ -17,7 +17,9 @@
  * The numbers of other Brazilian documents, and their punctuation, are in <campotipo/documents.h>.
  *
  * Nothing here allocates, keeps state or depends on the locale. A text is a string of 8-bit
- * characters ended by a NUL and is read no further. Unless told so, pointers are never null and
+ * characters ended by a NUL. What lies behind the NUL may be read in whole words, inside the memory
+ * page that holds a byte of the text, and is never looked at; valgrind reports such reads, unless
+ * the library was built with -DCAMPOTIPO_PLAIN_READS=ON. Unless told so, pointers are never null and
  * what is written overlaps no other operand. Threads: operations on different data may run at the
  * same time.
  */
