@@ -58,6 +58,9 @@ sub parse {
     $_->{kind} eq 'block' and entries($_) for @{ $part->{items} };
   }
   describe($header);
+  for my $doc ($header->{intro}, map { ($_->{intro}, map { $_->{doc} } @{ $_->{items} }) } @{ $header->{sections} }) {
+    $_->{path} = $header->{path} for grep { $_->{kind} eq 'code' } @$doc;
+  }
   shift @{ $header->{sections} }
     if @{ $header->{sections} } > 1 && !@{ $header->{sections}[0]{items} };
   return $header;
@@ -368,12 +371,17 @@ sub size {
   return '';
 }
 
-# A line of a sample with what stands beside the statement set as a comment.
-sub annotated {
-  my ($line, $before, $after) = @_;
-  return "$1$before$2$after" if $line =~ /^( {16,})(\S.*)$/;
-  return "$1$2$before$3$after" if $line =~ /^(.*[;{}])( {2,})(\S.*)$/;
-  return $line;
+# A sample as a program that compiles as it stands, with what is beside a statement as a comment.
+sub program {
+  my ($sample, $before, $after) = @_;
+  my @lines = @{ $sample->{lines} };
+  my $header = $sample->{path} =~ m{^campotipo/} ? 'campotipo/campotipo.h' : $sample->{path};
+  for (@lines) {
+    next if s/^( {16,})(\S.*)$/$1$before$2$after/;
+    s/^(.*[;{}])( {2,})(\S.*)$/$1$2$before$3$after/;
+  }
+  return ("#include <$header>", grep({ /\b(?:printf|puts)\(/ } @lines) ? '#include <stdio.h>' : (), '',
+    'int main(void) {', map({ $_ eq '' ? '' : "  $_" } @lines), '  return 0;', '}');
 }
 
 # Every public name of the headers beside a header and of those that are told of with it.

@@ -1,9 +1,13 @@
 /* Fields of any number of bits, in both bit orders, and a table of bits. */
 #include <campotipo/bits.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   /* Widths 3, 5 and 4, at these bytes of the unpacked record. */
   static const ZBTFIELD_CAMPO table[] = {{3, 0}, {5, 1}, {4, 2}, {0, 0}};
@@ -28,4 +32,3 @@ int main(void) {
   TABBOOL_destroi(&holidays);
   return 0;
 }
-/* [example] */

@@ -1,9 +1,13 @@
 /* Dates in both encodings, their texts and steps. */
 #include <campotipo/calendar.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char due[DATAC_BYTES], paid[DATAC_BYTES];
   char text[DATAC_EDITA4_TEXT_SIZE];
@@ -29,4 +33,3 @@ int main(void) {
   printf("%d\n", DATAC_nao_zero(paid)); /* prints 0 */
   return 0;
 }
-/* [example] */

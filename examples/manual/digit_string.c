@@ -1,9 +1,13 @@
 /* Digits that keep their leading zeros. */
 #include <campotipo/codes.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char account[BSTR21_BYTES];
   char text[BSTR21_TEXT_SIZE];
@@ -13,4 +17,3 @@ int main(void) {
   puts(BSTR21_btoa(text, account)); /* prints 000123 */
   return 0;
 }
-/* [example] */

@@ -1,10 +1,14 @@
 /* Numbers of documents: checking, making, punctuation; and a table of one's own. */
 #include <campotipo/codes.h>
 #include <campotipo/documents.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   char cpf[] = "52998224725", cnpj[] = "11222333000100", article[] = "7891000315507";
   char number[DOCUMENTO_CNPJ_TEXT_SIZE], shown[DOCUMENTO_CNPJ_EDITADO_SIZE];
@@ -32,4 +36,3 @@ int main(void) {
   printf("%d\n", ZALGORITM_trata(article, &ean, 0)); /* prints 1 */
   return 0;
 }
-/* [example] */

@@ -1,18 +1,17 @@
 /* A record of four fields: a taxpayer number, a due date, an amount and a rate of interest. */
-#include <campotipo/campotipo.h>
-
 #include <campotipo-support/numbers.h>
+#include <campotipo/campotipo.h>
 #include <stdio.h>
 
-/* [example] */
 int main(void) {
   unsigned char cnpj[CODALF14_BYTES], due[DATAC_BYTES], rate[PORC2_BYTES];
   QUANTIA amount, interest;
   char number[] = "00000000000191", date[DATAC_EDITA4_TEXT_SIZE], text[QUANTIA_TEXT_SIZE];
 
+  DATAC_formato = DATAC_FORMATO_COMPACTO; /* every date written holds its year in full */
   if (!ZALGORITM_valida_CNPJ(number, 0)) return 1;
-  CODALF14_opc_atob(cnpj, number, 0);                        /* 14 digits in 11 bytes */
-  DATAC_fmt_monta(due, DATAC_FORMATO_COMPACTO, 31, 1, 2024); /* a date in 3 bytes */
+  CODALF14_opc_atob(cnpj, number, 0); /* 14 digits in 11 bytes */
+  DATAC_monta(due, 31, 1, 2024);      /* a date in 3 bytes */
   DATAC_avanca_meses_dentro(due, 1);
   _QUANTIA_atov(&amount, "1234.60");
   _ato2fixo(rate, "12.50", 2);
@@ -21,4 +20,3 @@ int main(void) {
   /* prints 29/02/2024: 154.32 */
   return 0;
 }
-/* [example] */

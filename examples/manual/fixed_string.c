@@ -1,9 +1,13 @@
 /* Plain bytes of a fixed length. */
 #include <campotipo/codes.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char initials[6] = {0}, name[CODSTR50_BYTES] = {0};
   char text[CODSTR50_TEXT_SIZE];
@@ -19,4 +23,3 @@ int main(void) {
   puts(CODSTR50_opc_btoa(text, name, 5, CODSTR_OPC_CORTA_ESQUERDA)); /* prints Praca */
   return 0;
 }
-/* [example] */

@@ -1,10 +1,14 @@
 /* GUIDs, and a sequence of texts in their form. */
 #include <campotipo/bits.h>
+#include <stdio.h>
 #include <string.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   static const unsigned char node[ZGUID_NO_BYTES] = {1, 2, 3, 4, 5, 6};
   unsigned char guid[ZGUID_BYTES];
@@ -22,4 +26,3 @@ int main(void) {
   puts(strrchr(ZGUID_atual(&sequence), '-')); /* prints -060504030201 */
   return 0;
 }
-/* [example] */

@@ -3,7 +3,6 @@
 #include <campotipo/percent.h>
 #include <stdio.h>
 
-/* [example] */
 int main(void) {
   QUANTIA price, share, sum;
   PARCELA unit;
@@ -25,4 +24,3 @@ int main(void) {
   puts(PARCELA_vtoa(text, &unit)); /* prints 0.3800 */
   return 0;
 }
-/* [example] */

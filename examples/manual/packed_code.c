@@ -1,9 +1,13 @@
 /* Codes packed at six bits a character. */
 #include <campotipo/codes.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char code[CODALF05_BYTES], other[CODALF05_BYTES];
   char text[CODALF05_TEXT_SIZE];
@@ -23,4 +27,3 @@ int main(void) {
   printf("%d\n", CODALF05_compara(other, code));        /* prints -1 */
   return 0;
 }
-/* [example] */

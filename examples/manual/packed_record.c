@@ -1,9 +1,13 @@
 /* A packed code whose size is known at run time only. */
 #include <campotipo/codes.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   CODALFNN plate;
   char text[8];
@@ -16,4 +20,3 @@ int main(void) {
   CODALFNN_destroi(&plate);
   return 0;
 }
-/* [example] */

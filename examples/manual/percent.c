@@ -1,10 +1,14 @@
 /* A percent of an amount under the three rules, and the way back. */
 #include <campotipo-support/numbers.h>
 #include <campotipo/percent.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char rate[PORC2_BYTES];
   QUANTIA amount, tax, base;
@@ -31,4 +35,3 @@ int main(void) {
   puts(PORC2_edita(percent, rate)); /* prints 12.50% */
   return 0;
 }
-/* [example] */

@@ -1,9 +1,13 @@
 /* Unsigned decimal numbers of up to 50 digits. */
 #include <campotipo/quantities.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char stock[BINQ9_BYTES], wide[BINQ21_BYTES];
   char text[BINQ_FIXO_TEXT_SIZE(BINQ21_DIGITS, 3)];
@@ -26,4 +30,3 @@ int main(void) {
   puts(BINQ21_btoa(text, wide));                                  /* prints 12500005 */
   return 0;
 }
-/* [example] */

@@ -1,10 +1,14 @@
 /* Times of day in two and three bytes. */
 #include <campotipo-support/numbers.h>
 #include <campotipo/calendar.h>
+#include <stdio.h>
 
-#include "show.h"
+/* Prints the bytes of a field as a record holds them. */
+static void show(const unsigned char *field, int size) {
+  int i;
+  for (i = 0; i < size; i++) printf("%02X%c", field[i], i + 1 < size ? ' ' : '\n');
+}
 
-/* [example] */
 int main(void) {
   unsigned char opens[HORAC_BYTES], stamp[HHMMSS_BYTES] = {14, 35, 7};
   char text[HHMMSS_TEXT_SIZE];
@@ -19,4 +23,3 @@ int main(void) {
   printf("%d\n", HORAC_valida(opens)); /* prints 0 */
   return 0;
 }
-/* [example] */

@@ -2,7 +2,6 @@
 #include <campotipo/idnumbers.h>
 #include <stdio.h>
 
-/* [example] */
 int main(void) {
   int agency = 12, clerk = 345, serial = 2024, kind = 200;
   int agency2, clerk2, serial2, kind2;
@@ -17,4 +16,3 @@ int main(void) {
   printf("%c\n", LETR0BIN_para_letra(3));     /* prints C */
   return 0;
 }
-/* [example] */

@@ -2,7 +2,6 @@
 #include <campotipo/bits.h>
 #include <stdio.h>
 
-/* [example] */
 int main(void) {
   static const char name[] = "Casa & Cia. 50%";
   char text[URLENCOD_CODIFICA_SIZE(sizeof name - 1)];
@@ -12,4 +11,3 @@ int main(void) {
   puts(URLENCOD_decodifica(text, "50%")); /* prints 50 */
   return 0;
 }
-/* [example] */
