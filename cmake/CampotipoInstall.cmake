@@ -58,3 +58,25 @@ foreach(library campotipo campotipo-support)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endforeach()
+
+# The system's prefixes do not move. Named in full, pkg-config knows their folders and leaves out -I
+# and -L of those that the compiler searches anyway.
+if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  install(CODE "set(folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)" COMPONENT development)
+  install(CODE [[
+    if(CMAKE_INSTALL_PREFIX MATCHES "^/usr(/local)?$")
+      foreach(library campotipo campotipo-support)
+        set(file $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${folder}/${library}.pc)
+        file(READ ${file} text)
+        string(REGEX REPLACE "^prefix=[^\n]*" "prefix=${CMAKE_INSTALL_PREFIX}" text "${text}")
+        file(WRITE ${file} "${text}")
+      endforeach()
+    endif()]] COMPONENT development)
+endif()
+
+# What an installation put there, file by file, taken away again.
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(uninstall VERBATIM
+    COMMAND ${CMAKE_COMMAND} -DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt
+      -DPREFIX=${CMAKE_INSTALL_PREFIX} -P ${PROJECT_SOURCE_DIR}/cmake/CampotipoUninstall.cmake)
+endif()

@@ -10,9 +10,28 @@ die() {
   exit 2
 }
 
+usage() { # prints the comment at the top of the script
+  sed -n '2,/^[^#]/s/^# //p' "scripts/$(basename "$0")"
+  exit 0
+}
+
+# for_prefix PREFIX: sets as to what commands that write below the prefix are run by.
+installed=share/campotipo/installed.txt
+for_prefix() {
+  local place=$1
+  until [ -e "$place" ]; do place=$(dirname "$place"); done
+  as=(env)
+  [ -w "$place" ] || as=(sudo)
+  command -v "${as[0]}" > /dev/null || die "$place cannot be written, and there is no sudo"
+}
+
 # need PACKAGE...: installs those Debian packages that are not there yet.
 need() {
   local missing=() package sudo=()
+  if ! command -v dpkg-query > /dev/null; then
+    say "this is no Debian: taken to be there are what Debian calls $*"
+    return 0
+  fi
   for package in "$@"; do
     dpkg-query -W -f '${Status}' "$package" 2> /dev/null | grep -q 'install ok installed' ||
       missing+=("$package")
@@ -26,6 +45,17 @@ need() {
   "${sudo[@]}" apt-get update -qq
   "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
     "${missing[@]}" > /dev/null
+}
+
+# The files of the tree as a list for tar, of a checkout or of a plain copy.
+tree_files() {
+  if git rev-parse --git-dir > /dev/null 2>&1; then
+    git ls-files -z --cached --others --exclude-standard | while IFS= read -r -d '' file; do
+      [ ! -f "$file" ] || printf '%s\0' "$file"
+    done
+  else
+    find . \( -path ./build -o -path ./.git \) -prune -o -type f -print0
+  fi
 }
 
 build_packages=(g++ cmake ninja-build)

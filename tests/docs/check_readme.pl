@@ -1,6 +1,7 @@
 #!/usr/bin/env perl
 # Each C sample of a page stands word for word in one of the examples, which the tests compile and
-# run. The pages show the same blocks and count the functions of each header as docs/families.md.
+# run. The pages show the same blocks and count the functions of each header as docs/families.md; how
+# to link is told the same on the first page of the reference, and its documents are the header's.
 # usage: check_readme.pl SOURCE PAGE...
 use strict;
 use warnings;
@@ -18,9 +19,19 @@ for (slurp("$root/docs/families.md") =~ m{`campotipo/(\w+\.h` \| \d+) \|}g) {
   my ($header, $count) = split /` \| /;
   $counted{$header} += $count;
 }
+sub linking { return join '', $_[0] =~ /^(    (?:find_package|target_link|cc app).*\n)/mg }
+my $linking = linking(slurp("$root/docs/index.md"));
+my $table = slurp("$root/docs/fields/documents.md");
+my ($documents) = slurp("$root/library/include/campotipo/documents.h") =~ /characters  with.*\n((?: \*   .*\n)+)/;
+for my $row ($documents =~ /^ \*   (.*)$/mg) {
+  my ($name, $characters, $punctuation) = split / {2,}/, $row;
+  fault("docs/fields/documents.md: no row \"$row\"")
+    unless $table =~ /^\| \Q$name\E \| [^|]+ \| \Q$characters\E \| \Q$punctuation\E \|$/m;
+}
 my ($count, $first) = (0);
 for my $page (@pages) {
   my $text = slurp($page);
+  fault("$page: links otherwise than docs/index.md") if $linking ne linking($text);
   my @blocks = $text =~ /^(```.*?^```)$/msg;
   for my $sample (map { /^```c\n(.*)```$/s ? $1 : () } @blocks) {
     $count++;

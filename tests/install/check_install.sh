@@ -3,6 +3,8 @@
 #   prefix        installs the build to a prefix and moves it
 #   package       the moved prefix, by find_package
 #   pkgconfig     the moved prefix, by pkg-config
+#   system        the build installed below a root of its own as the system's: short flags
+#   uninstall     an installation taken away again, and nothing else
 #   subdirectory  the sources inside a parent project, with both sets of libraries
 #   absolute      that build, installed to absolute directories
 #   hwcaps        which set the loader takes from there
@@ -70,6 +72,42 @@ case $way in
     ;;
   package) consume package -DWAY=package -DCMAKE_PREFIX_PATH="$prefix" ;;
   pkgconfig) pkg "$prefix/$libdir/pkgconfig" ;;
+  system)
+    rm -rf "$work/system"
+    for at in /usr /usr/local; do
+      DESTDIR=$work/system quietly cmake --install "$build" --prefix $at
+      export PKG_CONFIG_LIBDIR=$work/system$at/$libdir/pkgconfig
+      flags=$(pkg-config --cflags --libs campotipo | sed 's/ *$//')
+      told="-I$at/include -L$at/$libdir -lcampotipo -lcampotipo-support"
+      [ $at = /usr/local ] || told="-lcampotipo -lcampotipo-support"
+      [ "$flags" = "$told" ] || fault "in $at pkg-config tells \"$flags\""
+    done
+    ;;
+  uninstall)
+    rm -rf "$work/removed"
+    quietly cmake --install "$build" --prefix "$work/removed/own"
+    cp "$build/install_manifest.txt" "$work/removed/list"
+    remove() { quietly cmake -DMANIFEST="$work/removed/list" -DPREFIX="$1" \
+      -P "$source/cmake/CampotipoUninstall.cmake"; }
+    echo mine > "$work/removed/own/include/campotipo/mine.h"
+    remove "$work/removed/own"
+    [ "$(cd "$work/removed/own" && find . ! -type d)" = ./include/campotipo/mine.h ] ||
+      fault "left: $(find "$work/removed/own")"
+    rm "$work/removed/own/include/campotipo/mine.h"
+    remove "$work/removed/own"
+    rm -rf "$work/removed/own"
+    quietly cmake --install "$build" --prefix "$work/removed/own"
+    remove "$work/removed/own"
+    [ ! -e "$work/removed/own" ] || fault "left: $(find "$work/removed/own")"
+    export DESTDIR=$work/removed/system
+    mkdir -p "$DESTDIR/usr/local/include"
+    quietly cmake --install "$build" --prefix /usr/local
+    cp "$build/install_manifest.txt" "$work/removed/list"
+    remove /usr/local
+    [ -d "$DESTDIR/usr/local/include" ] || fault "a folder of the system's own is gone"
+    left=$(find "$DESTDIR" ! -type d -o -name '*campotipo*')
+    [ -z "$left" ] || fault "left: $left"
+    ;;
   subdirectory)
     consume parent -DWAY=subdirectory -DSOURCE="$source" -DCAMPOTIPO_HWCAPS=ON \
       -DCAMPOTIPO_INSTALL=ON -DCMAKE_INSTALL_PREFIX="$absolute/prefix" \

@@ -32,6 +32,9 @@ zgrep -q 'ABI: ' "$scratch/usr/share/doc/libcampotipo1/changelog.gz" || fault "n
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export PKG_CONFIG_PATH=$libraries/pkgconfig
+[ "$(pkg-config --cflags --libs campotipo | sed 's/ *$//')" = "-lcampotipo -lcampotipo-support" ] ||
+  fault "pkg-config names folders of the system"
+export PKG_CONFIG_SYSROOT_DIR=$scratch PKG_CONFIG_ALLOW_SYSTEM_CFLAGS=1 PKG_CONFIG_ALLOW_SYSTEM_LIBS=1
 [ "$(pkg-config --modversion campotipo)" = "$version" ] || fault "pkg-config tells another version"
 count=0
 for example in "$scratch"/usr/share/doc/libcampotipo-dev/examples/manual/*.c; do
