@@ -10,9 +10,8 @@ constexpr std::size_t kLongest = 48;
 }  // namespace
 
 std::string shortened(const std::string &text) {
-  std::size_t at = 0;
-  for (std::size_t count = 0; at < text.size() && count < kLongest; ++count) utf8::next(text, at);
-  return printable(at < text.size() ? text.substr(0, at) + "..." : text);
+  const std::string first = utf8::first(text, kLongest);
+  return printable(first.size() < text.size() ? first + "..." : first);
 }
 
 Tally::Entry &Tally::entry(const std::string &field, const std::string &what) {

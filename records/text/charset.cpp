@@ -66,12 +66,21 @@ Charset::Charset(const std::string &name) : name_(name) {
 }
 
 char *Charset::to_utf8(char *text, std::size_t length) const {
-  if (utf8_) return text + length;
+  if (utf8_) return utf8::valid({text, length}) ? text + length : replace_bad(text, length);
   if (latin_) return scan::has_high(text, length) ? widen_latin(text, length) : text + length;
   const std::string bytes(text, length);
   for (const char byte : bytes) {
     const char32_t point = points_[static_cast<unsigned char>(byte)];
     text = utf8::put(text, point == kNone ? 0xFFFD : point);
+  }
+  return text;
+}
+
+char *Charset::replace_bad(char *text, std::size_t length) {
+  const std::string bytes(text, length);
+  for (std::size_t at = 0; at < length;) {
+    const char32_t point = utf8::next(bytes, at);
+    text = utf8::put(text, point == utf8::kBad ? 0xFFFD : point);
   }
   return text;
 }

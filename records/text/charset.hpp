@@ -11,7 +11,7 @@
 namespace campotipo::tool {
 
 // The characters of the texts inside a record: one byte each, as iconv maps them to Unicode, or
-// UTF-8, whose bytes are carried as they are. Immutable, so that threads share it.
+// UTF-8. Immutable, so that threads share it.
 class Charset {
  public:
   // A name that iconv knows; throws std::invalid_argument, with what was expected, for others.
@@ -24,10 +24,10 @@ class Charset {
   bool keeps_ascii() const { return keeps_ascii_; }
 
   // Bytes of UTF-8 that one byte of a record may become.
-  std::size_t growth() const { return utf8_ ? 1 : 4; }
+  std::size_t growth() const { return utf8_ ? 3 : 4; }
 
   // Turns the `length` bytes at `text`, where there is room for growth(), into UTF-8, in place;
-  // gives the end.
+  // gives the end. What is no character becomes U+FFFD.
   char *to_utf8(char *text, std::size_t length) const;
 
   // UTF-8 to bytes of a record, a "?" for what has no byte; `whole` tells if there was none.
@@ -38,6 +38,7 @@ class Charset {
 
  private:
   char *widen_latin(char *text, std::size_t length) const;
+  static char *replace_bad(char *text, std::size_t length);
 
   std::string name_;
   bool utf8_ = false;

@@ -40,6 +40,15 @@ void add_escaped(std::string &out, char c) {
   out += kDigits[c & 15];
 }
 
+constexpr std::string_view kShownPoint = "\xC2\xB7";
+
+// Control characters, the ends of lines and the marks that turn the direction of a text.
+bool steers(char32_t point) {
+  return point == utf8::kBad || point < 0x20 || (point >= 0x7F && point < 0xA0) ||
+         point == 0x061C || point == 0x200E || point == 0x200F ||
+         (point >= 0x2028 && point <= 0x202E) || (point >= 0x2066 && point <= 0x2069);
+}
+
 }  // namespace
 
 char *quote_csv(char *text, char *end) {
@@ -100,10 +109,8 @@ std::string html(std::string_view text) {
       out += "&gt;";
     } else if (point == '"') {
       out += "&quot;";
-    } else if (point == utf8::kBad || point < 0x20 || (point >= 0x7F && point < 0xA0)) {
-      out += "\xC2\xB7";
     } else {
-      out += text.substr(start, at - start);
+      out += steers(point) ? kShownPoint : text.substr(start, at - start);
     }
   }
   return out;
@@ -113,12 +120,23 @@ std::string printable(std::string_view text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t start = at;
-    const char32_t point = utf8::next(text, at);
-    if (point == utf8::kBad || point < 0x20 || (point >= 0x7F && point < 0xA0)) {
-      out += "\xC2\xB7";
-    } else {
-      out += text.substr(start, at - start);
-    }
+    out += steers(utf8::next(text, at)) ? kShownPoint : text.substr(start, at - start);
+  }
+  return out;
+}
+
+std::string printable_lines(std::string_view text) {
+  std::string out;
+  while (!text.empty()) {
+    const std::size_t end = text.find_first_of("\n\t");
+    std::string_view part = text.substr(0, end);
+    const bool carriage = end < text.size() && text[end] == '\n' && part.ends_with('\r');
+    if (carriage) part.remove_suffix(1);
+    out += printable(part);
+    if (carriage) out += '\r';
+    if (end == std::string_view::npos) break;
+    out += text[end];
+    text.remove_prefix(end + 1);
   }
   return out;
 }

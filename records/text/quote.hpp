@@ -24,7 +24,10 @@ std::string json_string(std::string_view text);
 // A text of a page or a picture.
 std::string html(std::string_view text);
 
-// A text for a terminal: control characters become points.
+// A text for a terminal: what steers it or turns the order of its letters becomes a point.
 std::string printable(std::string_view text);
+
+// The same of a text of several lines, which keep their ends and tabs.
+std::string printable_lines(std::string_view text);
 
 }  // namespace campotipo::tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace campotipo::tool::utf8 {
@@ -50,6 +51,13 @@ inline bool valid(std::string_view text) {
     if (next(text, at) == kBad) return false;
   }
   return true;
+}
+
+// The first characters of a text, at most `count` of them.
+inline std::string first(std::string_view text, std::size_t count) {
+  std::size_t at = 0;
+  while (count-- > 0 && at < text.size()) next(text, at);
+  return std::string(text.substr(0, at));
 }
 
 // Characters, which is also the width of a text of Latin letters on a terminal.

@@ -112,7 +112,7 @@ TEST(Fields, WhatIsLostIsTold) {
       {"type = 'CODSTR'\nbytes = 3", "\xE2\x82\xAC", "character set", "?"},
       {"type = 'CODSTR'\nbytes = 3\nencoding = 'ISO-8859-15'", "\xE2\x82\xAC", nullptr,
        "\xE2\x82\xAC"},
-      {"type = 'CODSTR'\nbytes = 3\nencoding = 'UTF-8'", "\xC3", "character set", "\xC3"},
+      {"type = 'CODSTR'\nbytes = 3\nencoding = 'UTF-8'", "\xC3", "character set", "\xEF\xBF\xBD"},
       {"type = 'BSTR21'", "12a", "no digits", "12"},
       {"type = 'BSTR21'", "1234567890123456789012", "too many digits", "123456789012345678901"},
       {"type = 'BIN1'", "255", nullptr, "255"},
