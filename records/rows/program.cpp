@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
+#include <set>
 
 #include "files/failure.hpp"
 #include "text/quote.hpp"
@@ -33,8 +35,8 @@ void Program::run(const unsigned char *record, Buffer &buffer) const {
     out = step.style == Style::kRaw ? step.put(out, record + step.offset, *step.params)
                                     : run_styled(step, record, out);
   }
-  std::memcpy(out, suffix_.data(), suffix_.size());
-  buffer.end(out + suffix_.size());
+  const std::string_view rest = std::string_view(literals_).substr(told_);
+  buffer.end(std::copy(rest.begin(), rest.end(), out));
 }
 
 char *Program::run_styled(const Step &step, const unsigned char *record, char *out) const {
@@ -44,8 +46,8 @@ char *Program::run_styled(const Step &step, const unsigned char *record, char *o
   }
   const bool json = step.style == Style::kJson || step.style == Style::kJsonOrNull;
   char *text = json ? out + 1 : out;
-  char *end = step.style == Style::kShared ? run_shared(step, record, text)
-                                           : step.put(text, record + step.offset, *step.params);
+  char *end = step.put == nullptr ? run_shared(step, record, text)
+                                  : step.put(text, record + step.offset, *step.params);
   const auto length = static_cast<std::size_t>(end - text);
   if (!json) {
     const bool quotes =
@@ -78,31 +80,36 @@ char *Program::run_shared(const Step &step, const unsigned char *record, char *o
   return empty ? start : out;
 }
 
-void Program::add_literal(Step &step, const std::string &prefix) {
-  step.prefix = static_cast<std::uint32_t>(literals_.size());
-  step.prefix_length = static_cast<std::uint32_t>(prefix.size());
-  literals_ += prefix;
-  room_ += prefix.size();
+void Program::text(std::string_view text) {
+  literals_ += text;
+  room_ += text.size();
 }
 
-void Program::add(const Field &field, const std::string &prefix, Style style, std::size_t growth) {
+void Program::add(Step step, std::size_t room) {
+  step.prefix = static_cast<std::uint32_t>(told_);
+  step.prefix_length = static_cast<std::uint32_t>(literals_.size() - told_);
+  told_ = literals_.size();
+  steps_.push_back(step);
+  // Quotes of CSV double a text, escapes of JSON are up to six bytes long.
+  const bool json = step.style == Style::kJson || step.style == Style::kJsonOrNull;
+  room_ += (json ? 6 : 2) * (room + 2) + scan::kPadding;
+}
+
+void Program::value(const Field &field, Style style) {
   Step step;
   step.put = field.type->put;
   step.params = &field.params;
   step.offset = static_cast<std::uint32_t>(field.offset);
   step.bytes = static_cast<std::uint32_t>(field.bytes);
   step.style = style;
-  add_literal(step, prefix);
-  steps_.push_back(step);
-  room_ += growth * (field.type->room(field.params) + 2) + 2 * field.bytes + scan::kPadding;
+  add(step, style == Style::kHex ? field.bytes : field.type->room(field.params));
 }
 
-void Program::add_shared(const RecordType &type, const Column &column, const std::string &prefix,
-                         Style style) {
+void Program::cell(const RecordType &type, const Column &column, Style style) {
   if (column.fields.size() == 1) {
     const Field &field = type.fields[column.fields[0]];
     const bool quoted = (field.type->traits & kText) != 0 || style == Style::kCsvAlone;
-    return add(field, prefix, quoted ? style : Style::kRaw, 2);
+    return value(field, quoted ? style : Style::kRaw);
   }
   std::vector<Shared> fields;
   std::size_t room = 0;
@@ -112,12 +119,10 @@ void Program::add_shared(const RecordType &type, const Column &column, const std
     room += field.type->room(field.params) + field.join.size();
   }
   Step step;
-  step.style = Style::kShared;
+  step.style = style;
   step.shared = static_cast<std::uint32_t>(shared_.size());
-  add_literal(step, prefix);
-  steps_.push_back(step);
   shared_.push_back(std::move(fields));
-  room_ += 2 * room + 2 + scan::kPadding;
+  add(step, room);
 }
 
 std::vector<std::string> chosen_columns(const Layout &layout,
@@ -143,60 +148,48 @@ std::vector<std::string> chosen_columns(const Layout &layout,
   return chosen;
 }
 
-class CsvProgram {
- public:
-  CsvProgram(const Layout &layout, const RecordType &type, bool hex) : type_(&type), hex_(hex) {
-    if (layout.several()) before_ = csv_cell(type.name);
-    first_ = !layout.several();
-  }
+namespace {
 
-  void add(const std::string &name, bool alone) {
-    const auto &columns = type_->columns;
-    const auto found = std::find_if(columns.begin(), columns.end(),
-                                    [&](const Column &column) { return column.name == name; });
+Program csv_program(const Layout &layout, const RecordType &type,
+                    const std::vector<std::string> &columns, bool hex) {
+  std::map<std::string_view, const Column *> known;
+  for (const Column &column : type.columns) known.emplace(column.name, &column);
+  const bool alone = columns.size() == 1 && !layout.several() && !hex;
+  Program program;
+  const char *separator = "";
+  const auto separate = [&] {
+    program.text(separator);
+    separator = ",";
+  };
+  if (layout.several()) {
     separate();
-    if (found == columns.end()) {
-      if (hex_) before_ += ",";
-      return;
+    program.text(csv_cell(type.name));
+  }
+  for (const std::string &name : columns) {
+    const auto found = known.find(name);
+    const Column *column = found == known.end() ? nullptr : found->second;
+    separate();
+    if (column != nullptr) {
+      program.cell(type, *column, alone ? Program::Style::kCsvAlone : Program::Style::kCsv);
     }
-    program_.add_shared(*type_, *found, before_,
-                        alone ? Program::Style::kCsvAlone : Program::Style::kCsv);
-    before_.clear();
-    if (!hex_) return;
-    before_ = ",";
-    for (const std::size_t place : found->fields) {
-      program_.add(type_->fields[place], before_, Program::Style::kHex, 0);
-      before_.clear();
+    if (!hex) continue;
+    separate();
+    if (column == nullptr) continue;
+    for (const std::size_t place : column->fields) {
+      program.value(type.fields[place], Program::Style::kHex);
     }
   }
+  return program;
+}
 
-  Program done(const std::string &line_end) {
-    program_.suffix_ = before_ + line_end;
-    program_.room_ += program_.suffix_.size();
-    return std::move(program_);
-  }
-
- private:
-  void separate() {
-    if (!first_) before_ += ",";
-    first_ = false;
-  }
-
-  const RecordType *type_;
-  bool hex_;
-  bool first_ = true;
-  std::string before_;
-  Program program_;
-};
+}  // namespace
 
 std::vector<Program> csv_programs(const Layout &layout, const std::vector<std::string> &columns,
                                   bool hex, const std::string &line_end) {
   std::vector<Program> programs;
-  const bool alone = columns.size() == 1 && !layout.several() && !hex;
   for (const RecordType &type : layout.types) {
-    CsvProgram program(layout, type, hex);
-    for (const std::string &column : columns) program.add(column, alone);
-    programs.push_back(program.done(line_end));
+    programs.push_back(csv_program(layout, type, columns, hex));
+    programs.back().text(line_end);
   }
   return programs;
 }
@@ -212,51 +205,47 @@ std::string csv_header(const Layout &layout, const std::vector<std::string> &col
   return row + line_end;
 }
 
+namespace {
+
 // Members are opened and closed by the difference between the path of one field and the next.
 class JsonProgram {
  public:
-  explicit JsonProgram(bool hex) : hex_(hex) {}
-
-  void begin(const std::string &kind) {
-    if (!kind.empty()) before_ = "{\"record\":" + json_string(kind);
-    open_ = !kind.empty();
+  // kind: none where it is the only one.
+  JsonProgram(const std::string &kind, bool hex) : hex_(hex), open_(!kind.empty()) {
+    if (open_) program_.text("{\"record\":" + json_string(kind));
   }
 
   void add(const Field &field) {
     step_to(field.path);
     const unsigned traits = field.type->traits;
-    program_.add(field, before_,
-                 (traits & kJsonNumber) != 0 ? Program::Style::kRaw
-                 : (traits & kNullable) != 0 ? Program::Style::kJsonOrNull
-                                             : Program::Style::kJson,
-                 6);
-    before_.clear();
-    if (!hex_) return;
-    std::vector<PathStep> path = field.path;
+    program_.value(field, (traits & kJsonNumber) != 0 ? Program::Style::kRaw
+                          : (traits & kNullable) != 0 ? Program::Style::kJsonOrNull
+                                                      : Program::Style::kJson);
     // A place in an array has no name for a second member beside it.
-    if (path.back().index >= 0) return;
+    if (!hex_ || field.path.back().index >= 0) return;
+    std::vector<PathStep> path = field.path;
     path.back().key += "_hex";
     step_to(path);
-    program_.add(field, before_ + "\"", Program::Style::kHex, 0);
-    before_ = "\"";
+    program_.text("\"");
+    program_.value(field, Program::Style::kHex);
+    program_.text("\"");
   }
 
   Program done() {
-    if (!open_) before_ += "{";
+    if (!open_) program_.text("{");
     close_to(0);
-    program_.suffix_ = before_ + "}\n";
-    program_.room_ += program_.suffix_.size();
+    program_.text("}\n");
     return std::move(program_);
   }
 
  private:
-  static std::string opening(const PathStep &step) {
-    return step.index < 0 ? "{" + json_string(step.key) + ":" : "[";
+  void open(const PathStep &step) {
+    program_.text(step.index < 0 ? "{" + json_string(step.key) + ":" : "[");
   }
 
   void close_to(std::size_t depth) {
     for (std::size_t i = path_.size(); i > depth + 1; --i) {
-      before_ += path_[i - 1].index < 0 ? "}" : "]";
+      program_.text(path_[i - 1].index < 0 ? "}" : "]");
     }
   }
 
@@ -264,34 +253,33 @@ class JsonProgram {
     std::size_t same = 0;
     while (same < path.size() && same < path_.size() && path[same] == path_[same]) ++same;
     if (path_.empty() && !open_) {
-      before_ += opening(path[0]);
+      open(path[0]);
     } else {
       close_to(same);
-      before_ += ",";
-      if (path[same].index < 0) before_ += json_string(path[same].key) + ":";
+      program_.text(",");
+      if (path[same].index < 0) program_.text(json_string(path[same].key) + ":");
     }
-    for (std::size_t i = same + 1; i < path.size(); ++i) before_ += opening(path[i]);
+    for (std::size_t i = same + 1; i < path.size(); ++i) open(path[i]);
     open_ = true;
     path_ = path;
   }
 
   bool hex_;
-  bool open_ = false;
-  std::string before_;
+  bool open_;
   std::vector<PathStep> path_;
   Program program_;
 };
 
+}  // namespace
+
 std::vector<Program> json_programs(const Layout &layout, const std::vector<std::string> &columns,
                                    bool hex) {
+  const std::set<std::string_view> chosen(columns.begin(), columns.end());
   std::vector<Program> programs;
   for (const RecordType &type : layout.types) {
-    JsonProgram program(hex);
-    program.begin(layout.several() ? type.name : "");
+    JsonProgram program(layout.several() ? type.name : "", hex);
     for (const Field &field : type.fields) {
-      if (std::find(columns.begin(), columns.end(), field.column) != columns.end()) {
-        program.add(field);
-      }
+      if (chosen.contains(field.column)) program.add(field);
     }
     programs.push_back(program.done());
   }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "layout/layout.hpp"
@@ -13,25 +14,32 @@ namespace campotipo::tool {
 // record, then run for each record.
 class Program {
  public:
-  // Writes one record.
-  void run(const unsigned char *record, Buffer &out) const;
-
- private:
-  friend class CsvProgram;
-  friend class JsonProgram;
-
   enum class Style : std::uint8_t {
     kRaw,         // needs nothing
     kCsv,         // quotes where the text needs them
     kCsvAlone,    // the same, and "" for no text: the only cell of a row
     kJson,        // between quotes, with escapes
     kJsonOrNull,  // null for no text
-    kShared,      // a CSV cell of several fields
-    kHex,
+    kHex,         // the bytes in hexadecimal digits
+  };
+
+  // What is written, in this order. The fields have to outlive the program.
+  void text(std::string_view text);
+  void value(const Field &field, Style style);
+  void cell(const RecordType &type, const Column &column, Style style);
+
+  // Writes one record.
+  void run(const unsigned char *record, Buffer &out) const;
+
+ private:
+  // A field of a cell that several share, and its text where it has no value.
+  struct Shared {
+    const Field *field;
+    std::string empty;
   };
 
   struct Step {
-    decltype(FieldType::put) put = nullptr;
+    decltype(FieldType::put) put = nullptr;  // null: of several fields
     const Params *params = nullptr;
     std::uint32_t offset = 0;
     std::uint32_t bytes = 0;
@@ -41,23 +49,14 @@ class Program {
     std::uint32_t shared = 0;  // place in `shared_`
   };
 
-  // A field of a cell that several share, and its text where it has no value.
-  struct Shared {
-    const Field *field;
-    std::string empty;
-  };
-
   char *run_styled(const Step &step, const unsigned char *record, char *out) const;
   char *run_shared(const Step &step, const unsigned char *record, char *out) const;
-  void add(const Field &field, const std::string &prefix, Style style, std::size_t growth);
-  void add_shared(const RecordType &type, const Column &column, const std::string &prefix,
-                  Style style);
-  void add_literal(Step &step, const std::string &prefix);
+  void add(Step step, std::size_t room);
 
   std::vector<Step> steps_;
   std::vector<std::vector<Shared>> shared_;
   std::string literals_;
-  std::string suffix_;
+  std::size_t told_ = 0;  // bytes of `literals_` that steps begin with; the rest ends the record
   std::size_t room_ = 64;
 };
 
