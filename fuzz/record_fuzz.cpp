@@ -77,10 +77,10 @@ struct Content {
   Buffer csv;
 };
 
-Content content(const Told &how, const std::string &path, bool go_on, std::size_t size) {
+Content content(const Told &how, const std::string &path, std::size_t size) {
   const Layout &layout = how.layout;
   Input input(path);
-  RecordStream stream(input, layout, go_on, {}, size);
+  RecordStream stream(input, layout, {}, size);
   Examiner examiner(layout, "fuzz");
   RecordBlock block;
   Buffer json;
@@ -121,11 +121,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   if (size < 1) return 0;
   const Told &how = told(data[0]);
   const campotipo::fuzz::MemoryFile file(data + 1, size - 1);
-  for (const bool go_on : {false, true}) {
-    const Content whole = content(how, file.path(), go_on, size + 1);
-    if (content(how, file.path(), go_on, 0).all != whole.all) std::abort();
-    const std::string csv(whole.csv.view());
-    if (campotipo::fuzz::load_back(how.layout, csv, csv.size() + 1) != whole.kept) std::abort();
-  }
+  const Content whole = content(how, file.path(), size + 1);
+  if (content(how, file.path(), 0).all != whole.all) std::abort();
+  const std::string csv(whole.csv.view());
+  if (campotipo::fuzz::load_back(how.layout, csv, csv.size() + 1) != whole.kept) std::abort();
   return 0;
 }

@@ -1,6 +1,4 @@
 #include <campotipo/version.h>
-#include <signal.h>
-#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <exception>
@@ -11,17 +9,17 @@
 #include "commands/commands.hpp"
 #include "files/failure.hpp"
 #include "terminal/output.hpp"
+#include "terminal/tell.hpp"
+#include "text/quote.hpp"
 
 namespace campotipo::tool {
-
-void tell(const std::string &message) { std::cerr << "campotipo: " << message << '\n'; }
 
 namespace {
 
 constexpr const char *kAbout =
     "See, check and move files of fixed-layout records.\n\n"
-    "Exit status: 0 all is well; 1 check found something, or a value was lost and --strict was\n"
-    "given; 2 a command, layout or file that cannot be used.";
+    "Exit status: 0 all is well; 1 check found something, a file does not follow its layout, or a\n"
+    "value was lost and --strict was given; 2 a command, layout or file that cannot be used.";
 
 void add_all(CLI::App &app, Action &action) {
   app.require_subcommand(1);
@@ -39,13 +37,12 @@ void add_all(CLI::App &app, Action &action) {
   add_document(app, action);
 }
 
-// What the parser would print goes the same way as every other output, so that a full disk or a
-// closed pipe is seen.
+// What the parser would print goes the same way as every other output, so that a full disk is seen.
 int leave(const CLI::App &app, const CLI::ParseError &error) {
   std::ostringstream out;
   std::ostringstream wrong;
   const bool good = app.exit(error, out, wrong) == 0;
-  if (!wrong.str().empty()) std::cerr << "campotipo: " << wrong.str();
+  if (!wrong.str().empty()) std::cerr << "campotipo: " + printable_lines(wrong.str());
   Output output("");
   output.write(out.str());
   output.commit();
@@ -68,8 +65,6 @@ int run(int argc, char **argv) {
 }  // namespace campotipo::tool
 
 int main(int argc, char **argv) {
-  // A closed pipe is told by the write that meets it.
-  signal(SIGPIPE, SIG_IGN);
   using namespace campotipo::tool;
   try {
     return run(argc, argv);

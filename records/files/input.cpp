@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -11,15 +12,22 @@
 
 namespace campotipo::tool {
 
-Input::Input(const std::string &path) {
+Input::Input(const std::string &path, Use use) {
+  const bool twice = use == Use::kTwice;
   const bool standard = path.empty() || path == "-";
   name_ = standard ? "standard input" : path;
-  fd_ = standard ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // The opening of a pipe would wait for somebody to write into it.
+  fd_ =
+      standard ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | (twice ? O_NONBLOCK : 0));
   if (fd_ < 0) throw Failure(name_ + ": cannot be opened: " + std::strerror(errno));
   struct stat state = {};
   if (fstat(fd_, &state) != 0) throw Failure(name_ + ": " + std::strerror(errno));
   if (S_ISDIR(state.st_mode)) throw Failure(name_ + ": is a directory, a file was expected");
+  if (twice && !S_ISREG(state.st_mode)) {
+    throw Failure(name_ + ": is a pipe or device, expected a regular file: it is read twice");
+  }
   if (S_ISREG(state.st_mode)) size_ = static_cast<std::uint64_t>(state.st_size);
+  if (twice) left_ = size_;
 }
 
 Input::~Input() {
@@ -27,6 +35,7 @@ Input::~Input() {
 }
 
 std::size_t Input::read(void *dest, std::size_t room) {
+  room = static_cast<std::size_t>(std::min<std::uint64_t>(room, left_));
   std::size_t done = 0;
   while (done < room) {
     const ssize_t got = ::read(fd_, static_cast<char *>(dest) + done, room - done);
@@ -37,7 +46,13 @@ std::size_t Input::read(void *dest, std::size_t room) {
     }
     done += static_cast<std::size_t>(got);
   }
+  left_ -= done;
   return done;
+}
+
+void Input::rewind() {
+  if (lseek(fd_, 0, SEEK_SET) != 0) throw Failure(name_ + ": " + std::strerror(errno));
+  left_ = size_;
 }
 
 bool Input::skip(std::uint64_t bytes) {

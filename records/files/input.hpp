@@ -2,14 +2,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 
 namespace campotipo::tool {
 
-// A file, or standard input where the path is empty or "-". Refuses a directory.
+// A file, or standard input where the path is empty or "-". Refuses a directory, with a Failure.
 class Input {
  public:
-  explicit Input(const std::string &path);
+  explicit Input(const std::string &path) : Input(path, Use::kOnce) {}
+
+  // kTwice: what is no regular file is refused, and the file ends where it did when it was opened.
+  enum class Use { kOnce, kTwice };
+  Input(const std::string &path, Use use);
   Input(const Input &) = delete;
   Input &operator=(const Input &) = delete;
   ~Input();
@@ -19,6 +24,9 @@ class Input {
 
   // Moves forward without reading, where the file allows it.
   bool skip(std::uint64_t bytes);
+
+  // Back to the beginning of a file opened for kTwice.
+  void rewind();
 
   // As messages name it.
   const std::string &name() const { return name_; }
@@ -30,6 +38,7 @@ class Input {
   std::string name_;
   int fd_ = -1;
   std::uint64_t size_ = 0;
+  std::uint64_t left_ = std::numeric_limits<std::uint64_t>::max();  // that may still be read
 };
 
 }  // namespace campotipo::tool

@@ -8,6 +8,8 @@ namespace campotipo::tool {
 namespace {
 // How much longer than told a record may be for what stands behind it to be read on.
 constexpr std::size_t kTolerance = 1U << 20;
+
+constexpr const char *kNothingBehind = "; nothing behind it can be read";
 }  // namespace
 
 std::string StreamFault::text() const {
@@ -15,20 +17,22 @@ std::string StreamFault::text() const {
   return where + "byte " + std::to_string(offset) + ": " + what;
 }
 
-RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on)
-    : RecordStream(input, layout, go_on, Range{}) {}
-
-RecordStream::RecordStream(Input &input, const Layout &layout, bool go_on, Range range,
-                           std::size_t block)
-    : input_(&input), layout_(&layout), go_on_(go_on), block_(block), from_(range.from) {
+RecordStream::RecordStream(Input &input, const Layout &layout, Range range, std::size_t block)
+    : input_(&input), layout_(&layout), block_(block), from_(range.from) {
   constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
   end_ = range.count < kMost - from_ ? from_ + range.count : kMost;
 }
 
+// Of the records in front of the first one wanted nothing is told.
 void RecordStream::fault(RecordBlock &block, std::size_t at, std::uint64_t record,
                          const std::string &what) {
+  if (record == 0 || record >= from_) block.faults.push_back({record, block.offset + at, what});
+}
+
+void RecordStream::last_fault(RecordBlock &block, std::size_t at, std::uint64_t record,
+                              const std::string &what) {
   block.faults.push_back({record, block.offset + at, what});
-  if (!go_on_) done_ = true;
+  done_ = true;
 }
 
 // The header, and the records in front of the first one wanted where they need not be read.
@@ -38,9 +42,9 @@ void RecordStream::begin(RecordBlock &block) {
   std::string bytes(header, '\0');
   const std::size_t got = input_->read(bytes.data(), header);
   if (got < header) {
-    fault(block, got, 0, "the file ends inside its header of " + std::to_string(header) + " bytes");
-    done_ = true;
-  } else if (go_on_ && !layout_->header.content.empty() && bytes != layout_->header.content) {
+    last_fault(block, got, 0,
+               "incomplete header: the file ends before its " + std::to_string(header) + " bytes");
+  } else if (!layout_->header.content.empty() && bytes != layout_->header.content) {
     fault(block, 0, 0, "the header holds other bytes than told");
   }
   offset_ = header;
@@ -75,36 +79,39 @@ std::size_t RecordStream::stored_length(const unsigned char *prefix) const {
   return length < static_cast<std::size_t>(bytes) ? 0 : length - static_cast<std::size_t>(bytes);
 }
 
-// False where the next record is not whole yet, or nothing can be read behind it.
+// False where the next record is not complete yet, or nothing can be read behind it.
 bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t &at) {
   const auto prefix = static_cast<std::size_t>(layout_->prefix.bytes);
   const std::size_t select = layout_->select_offset + layout_->select_bytes;
+  const bool known_length = prefix != 0 || layout_->fixed_size();
   const std::size_t left = usable - at;
   const unsigned char *record = block.bytes.data() + at + prefix;
   if (left < prefix + (prefix == 0 ? select : 0) || left == 0) return false;
   std::size_t length = prefix == 0 ? layout_->most_bytes() : stored_length(record - prefix);
-  if (prefix != 0 && length > layout_->most_bytes() + (go_on_ ? kTolerance : 0)) {
-    done_ = true;
-    fault(block, at, next_,
-          "a record of " + std::to_string(length) + " bytes, expected at most " +
-              std::to_string(layout_->most_bytes()));
+  if (prefix != 0 && length > layout_->most_bytes() + kTolerance) {
+    last_fault(block, at, next_,
+               "a record of " + std::to_string(length) + " bytes, expected at most " +
+                   std::to_string(layout_->most_bytes()) + kNothingBehind);
     return false;
   }
+  if (known_length && left - prefix < length) return false;
   const bool known_place = prefix == 0 || length >= select;
-  if (prefix != 0 && left - prefix < length) return false;
   const RecordType *type = known_place ? layout_->type_of(record) : nullptr;
   if (type == nullptr) {
-    fault(block, at + prefix + (known_place ? layout_->select_offset : 0), next_,
-          known_place ? "a record of no kind that the layout knows" : "a record too short");
-    if (prefix == 0 && !layout_->fixed_size()) done_ = true;
-    if (done_) return false;
+    const std::size_t place = at + prefix + (known_place ? layout_->select_offset : 0);
+    const std::string what =
+        known_place ? "a record of no kind that the layout knows" : "a record too short";
+    if (!known_length) {
+      last_fault(block, place, next_, what + kNothingBehind);
+      return false;
+    }
+    fault(block, place, next_, what);
   } else if (prefix == 0) {
     length = type->bytes;
   } else if (length != type->bytes) {
     fault(block, at, next_,
           "a record of " + std::to_string(length) + " bytes, expected " +
               std::to_string(type->bytes));
-    if (done_) return false;
     type = nullptr;
   }
   if (left - prefix < length) return false;
@@ -152,13 +159,14 @@ void RecordStream::finish(RecordBlock &block, std::size_t at) {
   const Margin &trailer = layout_->trailer;
   const std::size_t left = block.bytes.size() - at;
   if (left < trailer.bytes) {
-    fault(block, at, 0,
-          "the file ends inside its trailer of " + std::to_string(trailer.bytes) + " bytes");
+    fault(
+        block, at, 0,
+        "incomplete trailer: the file ends before its " + std::to_string(trailer.bytes) + " bytes");
   } else if (left > trailer.bytes) {
-    fault(block, at, next_,
-          "the file ends inside the record, " + std::to_string(left - trailer.bytes) +
-              " bytes into it");
-  } else if (go_on_ && !trailer.content.empty() &&
+    last_fault(block, at, next_,
+               "incomplete record: the file ends " + std::to_string(left - trailer.bytes) +
+                   " bytes into it");
+  } else if (!trailer.content.empty() &&
              std::memcmp(block.bytes.data() + at, trailer.content.data(), left) != 0) {
     fault(block, at, 0, "the trailer holds other bytes than told");
   }

@@ -16,7 +16,7 @@ struct StreamFault {
   std::uint64_t offset = 0;  // in the file
   std::string what;
 
-  // "record 3, byte 126: ends inside ...".
+  // "record 3, byte 126: incomplete record: ...".
   std::string text() const;
 };
 
@@ -24,7 +24,7 @@ struct StreamFault {
 struct RecordBlock {
   struct Record {
     std::uint32_t at;   // in `bytes`
-    std::uint32_t nth;  // from `first` on; records that were passed over count
+    std::uint32_t nth;  // from `first` on; records that were left out count
     const RecordType *type;
   };
   std::vector<unsigned char> bytes;
@@ -46,12 +46,12 @@ class RecordStream {
     std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
   };
 
-  // go_on: a record that does not follow the layout is told and passed over, where its end is
-  // known; otherwise nothing is read behind it.
+  // A record that does not follow the layout is told and left out; where its end is not known,
+  // nothing is read behind it.
+  RecordStream(Input &input, const Layout &layout) : RecordStream(input, layout, Range{}) {}
+
   // block: bytes read at once, more where a record needs them.
-  RecordStream(Input &input, const Layout &layout, bool go_on);
-  RecordStream(Input &input, const Layout &layout, bool go_on, Range range,
-               std::size_t block = 256U << 10);
+  RecordStream(Input &input, const Layout &layout, Range range, std::size_t block = 256U << 10);
 
   // The next records; false when there are no more and no fault is left to tell.
   bool fill(RecordBlock &block);
@@ -64,11 +64,12 @@ class RecordStream {
   bool split_one(RecordBlock &block, std::size_t usable, std::size_t &at);
   std::size_t stored_length(const unsigned char *prefix) const;
   void fault(RecordBlock &block, std::size_t at, std::uint64_t record, const std::string &what);
+  void last_fault(RecordBlock &block, std::size_t at, std::uint64_t record,
+                  const std::string &what);
   void finish(RecordBlock &block, std::size_t at);
 
   Input *input_;
   const Layout *layout_;
-  bool go_on_;
   std::size_t block_;
   std::uint64_t from_;
   std::uint64_t end_;  // number behind the last record wanted

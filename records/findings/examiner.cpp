@@ -8,6 +8,15 @@ std::string field_label(const Layout &layout, const RecordType &type, const Fiel
   return layout.several() ? type.name + "." + field.name : field.name;
 }
 
+std::string Finding::json(const std::string &file) const {
+  const std::string record = place.record == 0 ? "null" : std::to_string(place.record);
+  return "{\"_file\":" + json_string(file) + ",\"_record\":" + record +
+         ",\"byte\":" + std::to_string(place.offset) +
+         ",\"kind\":" + (type == nullptr ? "null" : json_string(type->name)) +
+         ",\"field\":" + (type == nullptr ? "null" : json_string(field)) +
+         ",\"what\":" + json_string(what) + ",\"value\":" + json_string(place.value) + "}\n";
+}
+
 void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &record,
                        const Field &field) {
   const unsigned char *bytes = block.record(record);
@@ -15,9 +24,16 @@ void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &reco
   if (fault == nullptr) return;
   const std::string text = field_text(field, bytes);
   const std::string shown = hex(bytes + field.offset, std::min<std::size_t>(field.bytes, 24));
-  findings_.add(field_label(*layout_, *record.type, field), fault,
-                {block.number(record), block.place(record) + field.offset,
-                 text.empty() ? "bytes " + shown : shortened(text) + " (" + shown + ")"});
+  found({record.type,
+         field_label(*layout_, *record.type, field),
+         fault,
+         {block.number(record), block.place(record) + field.offset,
+          text.empty() ? "bytes " + shown : shortened(text) + " (" + shown + ")"}});
+}
+
+void Examiner::found(const Finding &finding) {
+  findings_.add(finding.field, finding.what, finding.place);
+  if (each_) each_(finding);
 }
 
 void Examiner::add(const RecordBlock &block) {
@@ -27,7 +43,7 @@ void Examiner::add(const RecordBlock &block) {
   }
   records_ += block.records.size();
   for (const StreamFault &fault : block.faults) {
-    findings_.add("(record)", fault.what, {fault.record, fault.offset, ""});
+    found({nullptr, "(record)", fault.what, {fault.record, fault.offset, ""}});
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "files/stream.hpp"
@@ -12,10 +13,24 @@ namespace campotipo::tool {
 // Name of a field in a report: with the kind of its record where there are several.
 std::string field_label(const Layout &layout, const RecordType &type, const Field &field);
 
+// One value that is not well formed, or one place where the file does not follow its layout.
+struct Finding {
+  const RecordType *type = nullptr;  // null: the file itself
+  std::string field;                 // its label
+  std::string what;
+  Place place;
+
+  // One object of JSON.
+  std::string json(const std::string &file) const;
+};
+
 // Reads every record and counts, field by field, the values that are not well formed.
 class Examiner {
  public:
   Examiner(const Layout &layout, std::string file) : layout_(&layout), file_(std::move(file)) {}
+
+  // What is told of every finding, in the order of the file.
+  void each(std::function<void(const Finding &)> each) { each_ = std::move(each); }
 
   void add(const RecordBlock &block);
 
@@ -28,9 +43,11 @@ class Examiner {
 
  private:
   void examine(const RecordBlock &block, const RecordBlock::Record &record, const Field &field);
+  void found(const Finding &finding);
 
   const Layout *layout_;
   std::string file_;
+  std::function<void(const Finding &)> each_;
   Tally findings_;
   std::uint64_t records_ = 0;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <numbers>
 
 #include "text/utf8.hpp"
 
@@ -21,15 +22,38 @@ std::uint64_t hash_of(const unsigned char *bytes, std::size_t count) {
   return hash ^ hash >> 31;
 }
 
+// x + sum of 2^(k-1) x^(2^k) for k from 1 on.
+double sigma(double x) {
+  double sum = x;
+  for (double weight = 1, before = -1; sum != before; weight *= 2) {
+    before = sum;
+    x *= x;
+    sum += weight * x;
+  }
+  return sum;
+}
+
+// (1 - x - sum of 2^-k (1 - x^(2^-k))^2 for k from 1 on) / 3.
+double tau(double x) {
+  double sum = 1 - x;
+  for (double weight = 0.5, before = -1; sum != before; weight /= 2) {
+    before = sum;
+    x = std::sqrt(x);
+    sum -= weight * (1 - x) * (1 - x);
+  }
+  return sum / 3;
+}
+
 }  // namespace
 
 void DistinctCount::note(std::uint64_t hash) {
-  const std::size_t index = hash >> (64 - kIndexBits);
-  const int rank = std::countl_zero(hash << kIndexBits | 1) + 1;
+  const std::size_t index = hash >> kRankBits;
+  const int rank = std::countl_zero(hash << kIndexBits | 1ULL << (kIndexBits - 1)) + 1;
   registers_[index] = std::max(registers_[index], static_cast<std::uint8_t>(rank));
 }
 
 void DistinctCount::add(const unsigned char *bytes, std::size_t count) {
+  ++added_;
   const std::uint64_t hash = hash_of(bytes, count);
   if (estimated_) return note(hash);
   known_.insert(hash);
@@ -40,20 +64,22 @@ void DistinctCount::add(const unsigned char *bytes, std::size_t count) {
   known_ = {};
 }
 
-// The estimate of HyperLogLog (Flajolet, Fusy, Gandouet, Meunier, 2007).
+// The estimator of Ertl (New cardinality estimation algorithms for HyperLogLog sketches, 2017),
+// which has no bias at any size: each rank counts by how many registers have it, and the ends, no
+// rank and the greatest, by the two series.
+double DistinctCount::estimate() const {
+  constexpr double kRegisters = 1 << kIndexBits;
+  std::array<double, kRankBits + 2> share = {};
+  for (const std::uint8_t rank : registers_) share[rank] += 1 / kRegisters;
+  double sum = tau(1 - share[kRankBits + 1]);
+  for (int rank = kRankBits; rank >= 1; --rank) sum = 0.5 * (sum + share[rank]);
+  sum += sigma(share[0]);
+  return kRegisters / (2 * std::numbers::ln2 * sum);
+}
+
 std::uint64_t DistinctCount::value() const {
   if (!estimated_) return known_.size();
-  const auto registers = static_cast<double>(registers_.size());
-  double sum = 0;
-  double zeros = 0;
-  for (const std::uint8_t rank : registers_) {
-    sum += std::ldexp(1.0, -rank);
-    zeros += rank == 0 ? 1 : 0;
-  }
-  const double estimate = 0.7213 / (1 + 1.079 / registers) * registers * registers / sum;
-  const bool small = estimate <= 2.5 * registers && zeros > 0;
-  return static_cast<std::uint64_t>(
-      std::llround(small ? registers * std::log(registers / zeros) : estimate));
+  return std::min(added_, static_cast<std::uint64_t>(std::llround(estimate())));
 }
 
 std::string FieldStatistics::text_of(const std::vector<unsigned char> &bytes) const {

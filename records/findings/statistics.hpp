@@ -11,8 +11,9 @@
 
 namespace campotipo::tool {
 
-// How many different values there are: exact while they are few, then estimated from the leading
-// zeros of their hashes in 4096 registers, within about two in a hundred.
+// How many different values there are: exact up to 8192, then estimated from the leading zeros of
+// their hashes in 16384 registers. The standard error of the estimate is 0.81%, so that it lies
+// within 2.5% of the truth but for 3 cases in 1000; it is never above the number of all values.
 class DistinctCount {
  public:
   void add(const unsigned char *bytes, std::size_t count);
@@ -21,10 +22,13 @@ class DistinctCount {
 
  private:
   static constexpr std::size_t kExact = 8192;
-  static constexpr int kIndexBits = 12;
+  static constexpr int kIndexBits = 14;
+  static constexpr int kRankBits = 64 - kIndexBits;
 
   void note(std::uint64_t hash);
+  double estimate() const;
 
+  std::uint64_t added_ = 0;
   std::unordered_set<std::uint64_t> known_;
   std::vector<std::uint8_t> registers_;
   bool estimated_ = false;

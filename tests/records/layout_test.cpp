@@ -157,7 +157,7 @@ TEST(LayoutDrawings, NameEveryFieldOnce) {
   }
   EXPECT_EQ(std::string::npos, sql.find('%'));
   EXPECT_NE(std::string::npos, header.find("#define TUDO_F_DATAC_OFFSET "));
-  std::vector<std::string> taken;
+  std::set<std::string> taken;
   EXPECT_EQ("int_", c_name("int", taken));
   EXPECT_EQ("f1_a", c_name("1.a", taken));
   EXPECT_EQ("f1_a_2", c_name("1-a", taken));

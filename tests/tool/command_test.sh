@@ -24,6 +24,7 @@ expect() {
   [[ -z $part ]] || grep -qF -- "$part" out err || complain "nothing says \"$part\": $*"
 }
 same() { cmp -s "$1" "$2" || complain "$1 and $2 differ"; }
+is_utf8() { iconv -f UTF-8 -t UTF-8 "$1" 2> /dev/null | cmp -s - "$1"; }
 absent() { [[ -z $(compgen -G "$1*") ]] || complain "$1 is there"; }
 
 cat > pair.toml <<'TOML'
@@ -107,6 +108,31 @@ if ! "${CC:-cc}" -std=c99 -pedantic -Wall -Wextra -Werror par.c -o par || ! ./pa
   complain "the header made of a layout does not compile"
 fi
 
+# Fields and records named like the words of C and C++.
+words="alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t
+  char8_t class co_await co_return co_yield compl concept const const_cast consteval constexpr
+  constinit continue decltype default delete do double dynamic_cast else enum errno explicit export
+  extern false float for friend goto if inline int linux long mutable namespace new noexcept not
+  not_eq NULL nullptr operator or or_eq private protected public register reinterpret_cast requires
+  restrict return short signed sizeof static static_assert static_cast struct switch template this
+  thread_local throw true try typedef typeid typename typeof union unix unsigned using virtual void
+  volatile wchar_t while xor xor_eq 1 _x x-y x+y X-Y"
+echo 'select = "t"' > words.toml
+echo 'name = "/*/ words"' >> words.toml
+count=0
+for word in $words; do
+  printf '[[record]]\nname = "%s"\n' "$word"
+  [[ $word == X-Y ]] || printf 'when = "%d"\n' $((++count))
+  printf '[[record.field]]\nname = "t"\ntype = "BIN1"\n'
+  for name in $words; do printf '[[record.field]]\nname = "%s"\ntype = "BIN1"\n' "$name"; done
+done >> words.toml
+expect 0 "" layout words.toml --header -o words.h
+printf '#include <errno.h>\n#include <stddef.h>\n#include "words.h"\n' > words.c
+for how in "${CC:-cc} -std=c99 -pedantic" "${CC:-cc} -std=gnu17" "${CC:-cc} -std=gnu2x" \
+  "${CXX:-c++} -x c++ -std=c++11 -pedantic" "${CXX:-c++} -x c++ -std=gnu++20"; do
+  $how -Wall -Wextra -Werror -fsyntax-only words.c 2> err || complain "no header for $how"
+done
+
 # There and back, by files and by pipes, on one processor and on several.
 expect 0 "" load pair.toml good.csv -o good.dat
 expect 0 "" dump pair.toml good.dat --format csv -o again.csv
@@ -117,6 +143,13 @@ expect 0 '{"n":2,"nome":"x,\"y"}' dump pair.toml good.dat --format ndjson --from
 expect 0 "    2  x,\"y" dump pair.toml good.dat
 expect 0 "FFFF" dump pair.toml good.dat --hex --fields n
 expect 2 "no field or column is called \"m\"" dump pair.toml good.dat --fields m
+for bad in 0 -1 x 99999999999999999999; do
+  expect 2 "--from: expected 1 or more, found \"$bad\"" dump pair.toml good.dat "--from=$bad"
+done
+expect 2 '--count: expected 0 or more, found "-1"' dump pair.toml good.dat --count=-1
+expect 2 '--jobs: expected 1 to 256, found "257"' dump pair.toml good.dat --jobs 257
+expect 2 '--jobs: expected 1 to 256, found "0"' load pair.toml good.csv --jobs 0
+expect 0 '{"n":65535,"nome":""}' dump pair.toml good.dat --format ndjson --from 0003
 "$tool" dump pair.toml good.dat --format csv --hex | "$tool" load pair.toml > hex.dat
 same good.dat hex.dat
 { printf 'HD'; cat good.dat; printf T; } > margins.dat
@@ -135,6 +168,7 @@ done
 
 # Findings.
 head -c 20 good.dat > cut.dat
+cut="cut.dat: record 3, byte 16: incomplete record: the file ends 4 bytes into it"
 expect 0 "every value well formed" check pair.toml good.dat
 expect 1 "record 3, byte 16" check pair.toml cut.dat
 expect 1 '"record":3,"byte":16' check pair.toml cut.dat --json
@@ -145,13 +179,46 @@ expect 0 '{"field":"n","type":"BIN2","values":3,"empty":0,"distinct":3,"exact":t
   stats pair.toml good.dat --json
 expect 0 '"field":"bits.b.parte1","type":"ZBTFIELD","values":2,"empty":1,"distinct":2' \
   stats kinds.toml <(printf '\2\0\5\2\0\0') --json
-expect 0 "&lt;b&gt;&amp;&quot;" report pair.toml <(printf '\1\0<b>&"\0')
+printf '\1\0<b>&"\0' > marked.dat
+expect 0 "&lt;b&gt;&amp;&quot;" report pair.toml marked.dat
+# A report reads twice: it waits for nobody.
+mkfifo fifo
+expect 2 "fifo: is a pipe or device, expected a regular file" report pair.toml fifo
+expect 2 "is a pipe or device" report pair.toml <(cat marked.dat)
+
+# A file that ends inside a record: what stands in front of that is not lost.
+head -n 3 good.csv > two.csv
+expect 1 "$cut" dump pair.toml cut.dat --format csv -o partial.csv
+same partial.csv two.csv
+for jobs in 1 3; do
+  expect 1 "$cut" dump pair.toml cut.dat --format csv --jobs "$jobs"
+  same out two.csv
+done
+expect 1 "$cut" dump pair.toml cut.dat
+grep -qF '2  x,"y' out || complain "a good record is not in the table"
+expect 1 "$cut" dump pair.toml cut.dat --format ndjson
+[[ $(wc -l < out) -eq 2 ]] || complain "a good record is no line of JSON"
+expect 1 "$cut" stats pair.toml cut.dat --json
+grep -qF '"values":2' out || complain "a good record is not counted"
+expect 1 "$cut" report pair.toml cut.dat -o cut.html
+grep -qF "<b>2</b>records" cut.html || complain "a good record is not in the report"
+expect 0 "" dump pair.toml cut.dat --count 2
+# A fault that comes again and again is told a few times, then counted; check can show each.
+for ((i = 0; i < 30; i++)); do printf '\1z'; done > short.dat
+sed '1a length = { bytes = 1 }' pair.toml > lengths.toml
+expect 1 "25 more of these: a record of 1 bytes, expected 8" dump lengths.toml short.dat
+[[ $(wc -l < err) -eq 6 ]] || complain "the faults are not told as they should"
+expect 1 "25 more (--all shows each)" check lengths.toml short.dat
+expect 1 "short.dat: 0 records of par, 30 findings" check lengths.toml short.dat --all
+[[ $(grep -cE '^ +[0-9]+ +[0-9]+ +\(record\) +a record of 1 bytes' out) -eq 30 ]] ||
+  complain "not every finding is shown"
+expect 1 '{"_file":"short.dat","_record":30,"byte":58,"kind":null,"field":null,"what":"a record of 1 bytes, expected 8","value":""}' \
+  check lengths.toml short.dat --all --json
+[[ $(wc -l < out) -eq 30 ]] || complain "not every finding is a line of JSON"
+expect 1 '"kind":"par","field":"nome","what":"bytes behind the end of the text"' \
+  check pair.toml spoilt.dat --all --json
 
 # What cannot be used, and what must not be left behind.
-expect 2 "cut.dat: record 3, byte 16: the file ends inside the record" \
-  dump pair.toml cut.dat --format csv -o partial.csv
-absent partial.csv
-expect 2 "the file ends inside the record" dump pair.toml cut.dat
 expect 2 "is a directory" dump pair.toml .
 expect 2 "is a directory" load pair.toml good.csv -o .
 expect 2 "is a directory" check . good.dat
@@ -185,6 +252,28 @@ expect 2 "record 2, byte 11: 1 cells, expected 2" \
 absent empty.dat
 expect 2 "" dump
 expect 2 "" no-such-command
+
+# Whatever the bytes are, JSON is UTF-8 and JSON, and CSV has its columns.
+printf 'name = "r"\nencoding = "UTF-8"\n[[field]]\nname = "a"\ntype = "CODSTR"\nbytes = 7\n[[field]]\nname = "b"\ntype = "CODSTR"\nbytes = 5\n' > utf8.toml
+{ printf 'a\xc3\xa7\xff\xed\xa0\x80\xf0\x9f\x98",'; cat "$tool"; } | head -c 120000 > any.dat
+expect 0 "" dump utf8.toml any.dat --format ndjson
+is_utf8 out || complain "JSON is no UTF-8"
+perl -MJSON::PP -ne 'BEGIN { $json = JSON::PP->new->utf8 } die unless 2 == keys %{$json->decode($_)};
+  END { die unless $. == 10000 }' out 2> err || complain "no lines of JSON"
+grep -q $'^{"a":"a\xc3\xa7\xef\xbf\xbd\xef\xbf\xbd' out || complain "no mark in the place of a bad byte"
+expect 0 'C3A7FFEDA080' dump utf8.toml any.dat --format ndjson --hex
+expect 0 "" dump utf8.toml any.dat --format csv
+is_utf8 out || complain "CSV is no UTF-8"
+"$tool" load utf8.toml out -o again.dat 2> err
+[[ $(stat -c %s again.dat) -eq 120000 ]] || complain "CSV has other rows or columns"
+
+# A name in a picture is cut by letters.
+printf 'name = "r"\n[[field]]\nname = "a%s"\ntype = "BIN8"\n[[field]]\nname = "b"\ntype = "CODSTR"\nbytes = 24\n' \
+  "$(printf '\xc3\xa7%.0s' {1..60})" > letters.toml
+expect 0 "" layout letters.toml --svg
+LC_ALL=C grep -qP '>a(\xc3\xa7){20,}\xe2\x80\xa6<' out || complain "a name is cut too short"
+is_utf8 out || complain "a name is cut inside a letter"
+
 # The completion and the manual page know the commands and the options of each, and no others.
 # shellcheck source=/dev/null
 source "$examples/../tool/campotipo.bash-completion"
@@ -213,17 +302,30 @@ expect 0 "" dump pair.toml good.dat --format csv -o link.csv
 same kept.csv good.csv
 [[ -L link.csv && $(stat -c %a kept.csv) == 640 ]] || complain "the link or the mode is another"
 
+# A link that leads to nothing yet leads to the new file.
+mkdir folder
+ln -s folder/new.csv one && ln -s one two
+expect 0 "" dump pair.toml good.dat --format csv -o two
+same folder/new.csv good.csv
+[[ -L two && -L one ]] || complain "a link is replaced"
+ln -s nowhere/new.csv lost
+expect 2 "lost: cannot be written: No such file" dump pair.toml good.dat -o lost
+ln -s circle circle
+expect 2 "circle: cannot be written: Too many levels" dump pair.toml good.dat -o circle
+
 # A table longer than what is gathered before it is written.
 head -c 4000000 /dev/zero > zeros.dat
 [[ $("$tool" dump pair.toml zeros.dat --count 100000 | wc -l) -eq 100001 ]] ||
   complain "a long table is not whole"
 
-# A pipe that is closed, by a reader that has enough.
+# A pipe that is closed by a reader that has enough: the end is that of every command, in silence.
 for jobs in 1 2; do
   "$tool" dump pair.toml zeros.dat --format csv --jobs "$jobs" 2> err | head -n 1 > out
-  [[ ${PIPESTATUS[0]} -eq 2 ]] || complain "a closed pipe goes unnoticed"
-  grep -qF "closed the pipe" err || complain "a closed pipe is not told"
+  [[ ${PIPESTATUS[0]} -eq 141 && ! -s err ]] || complain "a closed pipe is not taken in silence"
 done
+(trap '' PIPE; "$tool" dump pair.toml zeros.dat --format csv 2> err; echo $? > status) | head -n 1 > out
+grep -qF "the reader has closed the pipe" err || complain "a closed pipe goes unnoticed"
+[[ $(< status) -eq 2 ]] || complain "a closed pipe is well"
 
 # Memory does not grow with the file: far less than the file has to do.
 if [[ -z ${SANITIZED:-} ]]; then
@@ -239,6 +341,32 @@ if [[ -x $(command -v script) ]]; then
   grep -q $'\e\[31m' out || complain "no colour on a terminal"
   NO_COLOR=1 on_terminal "$tool check pair.toml spoilt.dat"
   ! grep -q $'\e\[' out || complain "colour where NO_COLOR is set"
+  # Names and values that would steer it; C1 controls and marks of direction too.
+  steering=$'[\x01-\x08\x0b\x0c\x0e-\x1f\x7f]|\xc2[\x80-\x9f]|\xe2\x80[\xaa-\xae]|\xe2\x81[\xa6-\xa9]'
+  bad=$'\e]0;x\a\x7f\xc2\x9b1m\xe2\x80\xae\xe2\x81\xa7'
+  # shellcheck disable=SC2059
+  printf 'name = "\\u009bpar\\u202e"\nencoding = "UTF-8"\n[[field]]\nname = "n\\u009b\\u202e"\n%s' \
+    $'column = "c\\u001b[1m\\u202e"\ntype = "BIN2"\n[[field]]\nname = "s"\ntype = "CODSTR"\nbytes = 40\n' > bad.toml
+  { printf '\1\0%s' "$bad"; head -c 60 /dev/zero; } | head -c 42 > "$bad.dat"
+  { printf '\1\0abc'; head -c 60 /dev/zero | tr '\0' z; } >> "$bad.dat"
+  printf 'n%s,nome\n1,2\n' "$bad" > names.csv
+  printf 'n,nome\n1%s,2\n' "$bad" > cells.csv
+  printf '%s = 1\n' "$bad" > "$bad.toml"
+  for command in "dump bad.toml" "dump bad.toml --format csv" "dump bad.toml --format ndjson" \
+    "dump bad.toml --hex" "check bad.toml" "check bad.toml --all" "check bad.toml --json" \
+    "check bad.toml --all --json" "stats bad.toml" "stats bad.toml --json" "report bad.toml"; do
+    NO_COLOR=1 on_terminal "$tool $command '$bad.dat'"
+    [[ -s out ]] || complain "nothing written: $command"
+    ! LC_ALL=C grep -qP "$steering" out || complain "a terminal is steered by $command"
+  done
+  for command in "layout bad.toml" "layout bad.toml --sql" "layout bad.toml --svg" \
+    "layout bad.toml --header" "layout '$bad.toml'" "load pair.toml names.csv -o x.dat" \
+    "load pair.toml cells.csv -o x.dat" "load pair.toml good.csv --ignore '$bad' --jobs '$bad'" \
+    "show CODSTR 411b5b" "make BIN1 '$bad'" "document '$bad'" "'$bad'"; do
+    NO_COLOR=1 on_terminal "$tool $command"
+    [[ -s out ]] || complain "nothing written: $command"
+    ! LC_ALL=C grep -qP "$steering" out || complain "a terminal is steered by $command"
+  done
   on_terminal "(sleep 1; cat zeros.dat) | $tool dump pair.toml --format csv -o /dev/null"
   grep -q "records  " out || complain "no bar on a terminal"
   on_terminal "$tool dump pair.toml zeros.dat --format csv | (sleep 1; cat > /dev/null)"

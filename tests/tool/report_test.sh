@@ -19,7 +19,8 @@ for patch in '1422 \xdf' '1900 x' '2040 \x00' '3000 <'; do
   printf '%b' "${patch#* }" | dd of="$work/bancos.dat" bs=1 seek="${patch%% *}" conv=notrunc status=none
 done
 printf 'rest' >> "$work/bancos.dat"
-"$tool" report "$examples/bancos.toml" "$work/bancos.dat" -o "$work/page.html" || complain "no report"
+"$tool" report "$examples/bancos.toml" "$work/bancos.dat" -o "$work/page.html" 2> "$work/err"
+[[ $? -eq 1 ]] || complain "no report of a file with an incomplete record"
 
 grep -qE '(src|href)="?(https?:|//)|@import|<script' "$work/page.html" &&
   complain "the page fetches something"
@@ -32,7 +33,7 @@ open_page() {
 }
 open_page --dump-dom > "$work/dom" 2> "$work/console" || complain "the browser failed"
 if grep -E 'CONSOLE|ERR_' "$work/console"; then complain "the console tells a fault"; fi
-for part in "Findings" "the file ends inside the record" "Layout" "Fields" "First records" \
+for part in "Findings" "incomplete record: the file ends" "Layout" "Fields" "First records" \
   "inicio_operacao" "<rect" "</html>"; do
   grep -qF "$part" "$work/dom" || complain "the page has no \"$part\""
 done

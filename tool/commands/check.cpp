@@ -8,6 +8,7 @@
 #include "terminal/aligned.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
+#include "text/quote.hpp"
 
 namespace campotipo::tool {
 
@@ -16,12 +17,14 @@ namespace {
 constexpr const char *kExample =
     "Examples:\n"
     "  campotipo check bancos.toml bancos.dat\n"
+    "  campotipo check bancos.toml bancos.dat --all\n"
     "  campotipo check bancos.toml bancos.dat --json | jq .findings";
 
 struct Request {
   std::string layout;
   std::string file;
   bool json = false;
+  bool all = false;
 };
 
 std::string where(const Place &place) {
@@ -30,21 +33,58 @@ std::string where(const Place &place) {
   return place.value.empty() ? text : text + ": " + place.value;
 }
 
-void write_findings(const Examiner &examiner, Output &output) {
+void write_summary(const Examiner &examiner, Output &output) {
   const Colours colours(output.is_terminal());
+  const std::string summary = printable(examiner.summary());
+  output.write_coloured(
+      (examiner.findings().empty() ? colours.green(summary) : colours.red(summary)) + "\n");
+}
+
+// Field by field, with the first places of each.
+void write_findings(const Examiner &examiner, Output &output) {
+  if (examiner.findings().empty()) return;
+  AlignedTable table({{"field"}, {"what is wrong"}, {"values", true}, {"first places"}}, output);
+  for (const Tally::Line &line : examiner.findings().lines()) {
+    const auto &places = line.entry.places;
+    table.add({line.field, line.what, std::to_string(line.entry.count), where(places[0])});
+    for (std::size_t i = 1; i < places.size(); ++i) table.add({"", "", "", where(places[i])});
+    const std::uint64_t more = line.entry.count - places.size();
+    if (more != 0) table.add({"", "", "", std::to_string(more) + " more (--all shows each)"});
+  }
+  table.finish();
+  output.write("\n");
+}
+
+void examine(Input &input, const Layout &layout, Examiner &examiner) {
+  Progress progress("check", input.size());
+  RecordStream stream(input, layout);
+  RecordBlock block;
+  while (stream.fill(block)) {
+    examiner.add(block);
+    progress.at(block.offset + block.bytes.size(), examiner.records());
+  }
+}
+
+// Every place, as it is found.
+void check_all(const Request &request, Input &input, const Layout &layout, Output &output,
+               Examiner &examiner) {
+  if (request.json) {
+    examiner.each([&](const Finding &finding) { output.write(finding.json(input.name())); });
+    return examine(input, layout, examiner);
+  }
+  AlignedTable table({{"record", true}, {"byte", true}, {"field"}, {"what is wrong"}, {"value"}},
+                     output);
+  examiner.each([&](const Finding &finding) {
+    const Place &place = finding.place;
+    table.add({place.record == 0 ? "" : std::to_string(place.record), std::to_string(place.offset),
+               finding.field, finding.what, place.value});
+  });
+  examine(input, layout, examiner);
   if (!examiner.findings().empty()) {
-    AlignedTable table({{"field"}, {"what is wrong"}, {"values", true}, {"first places"}}, output);
-    for (const Tally::Line &line : examiner.findings().lines()) {
-      const auto &places = line.entry.places;
-      table.add({line.field, line.what, std::to_string(line.entry.count), where(places[0])});
-      for (std::size_t i = 1; i < places.size(); ++i) table.add({"", "", "", where(places[i])});
-    }
     table.finish();
     output.write("\n");
   }
-  const std::string summary = examiner.summary();
-  output.write((examiner.findings().empty() ? colours.green(summary) : colours.red(summary)) +
-               "\n");
+  write_summary(examiner, output);
 }
 
 int check(const Request &request) {
@@ -52,19 +92,16 @@ int check(const Request &request) {
   Input input(request.file);
   Output output("");
   Examiner examiner(layout, input.name());
-  {
-    Progress progress("check", input.size());
-    RecordStream stream(input, layout, true);
-    RecordBlock block;
-    while (stream.fill(block)) {
-      examiner.add(block);
-      progress.at(block.offset + block.bytes.size(), examiner.records());
-    }
-  }
-  if (request.json) {
-    output.write(examiner.json());
+  if (request.all) {
+    check_all(request, input, layout, output, examiner);
   } else {
-    write_findings(examiner, output);
+    examine(input, layout, examiner);
+    if (request.json) {
+      output.write(examiner.json());
+    } else {
+      write_findings(examiner, output);
+      write_summary(examiner, output);
+    }
   }
   output.commit();
   return examiner.findings().empty() ? kGood : kFound;
@@ -78,7 +115,8 @@ void add_check(CLI::App &app, Action &action) {
   auto request = std::make_shared<Request>();
   command->add_option("LAYOUT", request->layout, "The layout file")->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");
-  command->add_flag("--json", request->json, "One object of JSON");
+  command->add_flag("--json", request->json, "One object of JSON; with --all one for each place");
+  command->add_flag("--all", request->all, "Every place, not the first ones of each finding");
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return check(*request); }; });
 }

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "terminal/tell.hpp"
+
 namespace campotipo::tool {
 
 // What the command that was asked for does; its result is the exit status.
@@ -21,8 +23,5 @@ void add_check(CLI::App &app, Action &action);
 void add_stats(CLI::App &app, Action &action);
 void add_report(CLI::App &app, Action &action);
 void add_document(CLI::App &app, Action &action);
-
-// A line on standard error.
-void tell(const std::string &message);
 
 }  // namespace campotipo::tool

@@ -7,6 +7,7 @@
 #include "pictures/drawings.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/output.hpp"
+#include "text/quote.hpp"
 
 namespace campotipo::tool {
 
@@ -44,7 +45,8 @@ std::string about(const Layout &layout) {
 void draw(const Layout &layout, Output &output) {
   const Colours colours(output.is_terminal());
   for (const RecordType &record : layout.types) {
-    output.write(colours.bold(record.name) + ": " + std::to_string(record.bytes) + " bytes\n");
+    output.write_coloured(colours.bold(printable(record.name)) + ": " +
+                          std::to_string(record.bytes) + " bytes\n");
     AlignedTable table({{"offset", true}, {"bytes", true}, {"name"}, {"type"}, {"text"}}, output);
     for (const Span &span : spans(record)) {
       const bool own = span.field->params.pattern != nullptr;

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "commands/commands.hpp"
+#include "commands/numbers.hpp"
 #include "commands/pipeline.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
@@ -78,13 +79,11 @@ class Load {
     }
     const Margins around = margins(*request_, *layout_);
     output_->write(around.header);
-    Pipeline<LoadedBlock, std::function<bool(LoadedBlock &)>, std::function<void(LoadedBlock &)>,
-             std::function<void(LoadedBlock &)>>
-        pipeline(
-            request_->jobs, [&](LoadedBlock &block) { return stream_.fill(block.csv); },
-            [&](LoadedBlock &block) { loader.load(block, request_->strict); },
-            [&](LoadedBlock &block) { drain(block); });
-    pipeline.run();
+    Pipeline<LoadedBlock>(
+        request_->jobs, [&](LoadedBlock &block) { return stream_.fill(block.csv); },
+        [&](LoadedBlock &block) { loader.load(block, request_->strict); },
+        [&](LoadedBlock &block) { drain(block); })
+        .run();
     output_->write(around.trailer);
     output_->commit();
     progress_.clear();
@@ -165,7 +164,7 @@ void add_load(CLI::App &app, Action &action) {
   command->add_option("--like", request->like, "Copy header and trailer from this file")
       ->check(CLI::ExistingFile);
   command->add_option("--jobs", request->jobs, "Processors to use; the order stays")
-      ->check(CLI::Range(1, 256));
+      ->transform(whole_number(1, 256));
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return load(*request); }; });
 }

@@ -3,8 +3,10 @@
 #include <condition_variable>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace campotipo::tool {
@@ -13,11 +15,15 @@ namespace campotipo::tool {
 // `jobs` threads, drain(block) in the caller's thread and in the order of filling. At most two
 // blocks a thread exist, so memory does not grow with the work. The first exception of any of the
 // three ends everything and is thrown on, once the blocks in front of it are drained.
-template <class Block, class Fill, class Work, class Drain>
+template <class Block>
 class Pipeline {
  public:
-  Pipeline(int jobs, Fill fill, Work work, Drain drain)
-      : jobs_(jobs < 1 ? 1 : jobs), fill_(fill), work_(work), drain_(drain) {}
+  Pipeline(int jobs, std::function<bool(Block &)> fill, std::function<void(Block &)> work,
+           std::function<void(Block &)> drain)
+      : jobs_(jobs < 1 ? 1 : jobs),
+        fill_(std::move(fill)),
+        work_(std::move(work)),
+        drain_(std::move(drain)) {}
 
   void run() {
     if (jobs_ == 1) {
@@ -125,9 +131,9 @@ class Pipeline {
   }
 
   int jobs_;
-  Fill fill_;
-  Work work_;
-  Drain drain_;
+  std::function<bool(Block &)> fill_;
+  std::function<void(Block &)> work_;
+  std::function<void(Block &)> drain_;
   std::vector<Slot> slots_;
   std::mutex mutex_;
   std::condition_variable changed_;

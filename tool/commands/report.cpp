@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "commands/commands.hpp"
+#include "commands/faults.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
 #include "files/stream.hpp"
@@ -25,15 +26,18 @@ struct Request {
   std::string out;
 };
 
-void first_reading(const Layout &layout, Input &input, Examiner &examiner, Report &report) {
+// Gives what the command ends with.
+int first_reading(const Layout &layout, Input &input, Examiner &examiner, Report &report) {
   for (const RecordType &type : layout.types) {
     report.kinds.push_back({&type, 0, {type.fields.begin(), type.fields.end()}, {}, {}});
   }
   Progress progress("report", input.size());
-  RecordStream stream(input, layout, true);
+  FaultTeller faults(input.name(), progress);
+  RecordStream stream(input, layout);
   RecordBlock block;
   while (stream.fill(block)) {
     examiner.add(block);
+    faults.tell_all(block);
     for (const RecordBlock::Record &record : block.records) {
       KindReport &kind = report.kinds[static_cast<std::size_t>(record.type - layout.types.data())];
       ++kind.records;
@@ -48,13 +52,14 @@ void first_reading(const Layout &layout, Input &input, Examiner &examiner, Repor
     report.bytes = block.offset + block.bytes.size();
     progress.at(report.bytes, examiner.records());
   }
+  return faults.status();
 }
 
 void second_reading(const Layout &layout, Input &input, Report &report) {
   for (KindReport &kind : report.kinds) {
     for (const FieldStatistics &field : kind.fields) kind.histograms.emplace_back(field);
   }
-  RecordStream stream(input, layout, true);
+  RecordStream stream(input, layout);
   RecordBlock block;
   while (stream.fill(block)) {
     for (const RecordBlock::Record &record : block.records) {
@@ -67,18 +72,18 @@ void second_reading(const Layout &layout, Input &input, Report &report) {
 int run(const Request &request) {
   const Layout layout = read_layout(request.layout);
   Report report;
-  Input input(request.file);
+  Input input(request.file, Input::Use::kTwice);
   Output output(request.out);
   Examiner examiner(layout, input.name());
   report.layout = &layout;
   report.file = input.name();
   report.examiner = &examiner;
-  first_reading(layout, input, examiner, report);
-  Input again(request.file);
-  second_reading(layout, again, report);
+  const int status = first_reading(layout, input, examiner, report);
+  input.rewind();
+  second_reading(layout, input, report);
   output.write(report_page(report));
   output.commit();
-  return kGood;
+  return status;
 }
 
 }  // namespace
@@ -88,7 +93,7 @@ void add_report(CLI::App &app, Action &action) {
       "report", "Write one page of HTML: layout, findings, statistics and first records");
   auto request = std::make_shared<Request>();
   command->add_option("LAYOUT", request->layout, "The layout file")->required();
-  command->add_option("FILE", request->file, "The file of records, which is read twice")
+  command->add_option("FILE", request->file, "The file of records: no pipe, it is read twice")
       ->required()
       ->check(CLI::ExistingFile);
   command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");

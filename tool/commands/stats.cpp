@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "commands/commands.hpp"
+#include "commands/faults.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
 #include "files/stream.hpp"
@@ -29,13 +30,14 @@ struct Request {
 
 using Gathered = std::vector<std::vector<FieldStatistics>>;
 
-Gathered gather(const Layout &layout, Input &input) {
-  Gathered all;
+// Gives what the command ends with.
+int gather(const Layout &layout, Input &input, Gathered &all) {
   for (const RecordType &type : layout.types) {
     all.emplace_back(type.fields.begin(), type.fields.end());
   }
   Progress progress("stats", input.size());
-  RecordStream stream(input, layout, false);
+  FaultTeller faults(input.name(), progress);
+  RecordStream stream(input, layout);
   RecordBlock block;
   while (stream.fill(block)) {
     for (const RecordBlock::Record &record : block.records) {
@@ -43,9 +45,9 @@ Gathered gather(const Layout &layout, Input &input) {
       for (FieldStatistics &field : fields) field.add(block.record(record));
     }
     progress.at(block.offset + block.bytes.size(), block.first + block.records.size());
-    if (!block.faults.empty()) throw Failure(input.name() + ": " + block.faults[0].text());
+    faults.tell_all(block);
   }
-  return all;
+  return faults.status();
 }
 
 std::string distinct(const FieldStatistics &field) {
@@ -95,14 +97,15 @@ int stats(const Request &request) {
   const Layout layout = read_layout(request.layout);
   Input input(request.file);
   Output output("");
-  const Gathered all = gather(layout, input);
+  Gathered all;
+  const int status = gather(layout, input, all);
   if (request.json) {
     write_json(layout, all, output);
   } else {
     write_table(layout, all, output);
   }
   output.commit();
-  return kGood;
+  return status;
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 #include "pictures/drawings.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
+#include <set>
 #include <string_view>
 
 namespace campotipo::tool {
@@ -53,53 +52,57 @@ std::string type_text(const Span &span) {
 namespace {
 
 std::string capitals(std::string text) {
-  for (char &c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  for (char &c : text) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
   return text;
 }
 
 // The word, with a number behind it where another has the same letters: macros are in capitals.
-std::string unique(const std::string &base, std::vector<std::string> &taken) {
+std::string unique(const std::string &base, std::set<std::string> &taken) {
   std::string word = base;
-  for (int i = 2; std::find(taken.begin(), taken.end(), capitals(word)) != taken.end(); ++i) {
-    word = base + "_" + std::to_string(i);
-  }
-  taken.push_back(capitals(word));
+  for (int i = 2; !taken.insert(capitals(word)).second; ++i) word = base + "_" + std::to_string(i);
   return word;
 }
 
+// Keywords and other names of operators in C up to C23 and C++ up to C++23, and words that a compiler
+// or a usual header defines as macros.
+constexpr std::string_view kWords =
+    " alignas alignof and and_eq asm auto bitand bitor bool break case catch char char8_t "
+    "char16_t char32_t class compl concept const consteval constexpr constinit const_cast "
+    "continue co_await co_return co_yield decltype default delete do double dynamic_cast else "
+    "enum explicit export extern false float for friend goto if inline int long mutable "
+    "namespace new noexcept not not_eq nullptr operator or or_eq private protected public "
+    "register reinterpret_cast requires restrict return short signed sizeof static static_assert "
+    "static_cast struct switch template this thread_local throw true try typedef typeid typename "
+    "typeof typeof_unqual union unsigned using virtual void volatile wchar_t while xor xor_eq "
+    "errno linux unix NULL EOF ";
+
 }  // namespace
 
-std::string c_name(const std::string &name, std::vector<std::string> &taken) {
-  constexpr std::array kWords = {
-      "alignas",  "auto",    "bool",     "break",  "case",   "char",    "class",  "const",
-      "continue", "default", "delete",   "do",     "double", "else",    "enum",   "extern",
-      "float",    "for",     "friend",   "goto",   "if",     "inline",  "int",    "long",
-      "new",      "public",  "register", "return", "short",  "signed",  "sizeof", "static",
-      "struct",   "switch",  "this",     "throw",  "try",    "typedef", "union",  "unsigned",
-      "virtual",  "void",    "volatile", "while",  "private"};
+std::string c_name(const std::string &name, std::set<std::string> &taken) {
   std::string word;
   for (const char c : name) {
     const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
     word += plain ? c : '_';
   }
   if (word.empty() || (word[0] >= '0' && word[0] <= '9') || word[0] == '_') word = "f" + word;
-  if (std::find(kWords.begin(), kWords.end(), std::string_view(word)) != kWords.end()) word += "_";
+  if (kWords.find(" " + word + " ") != std::string_view::npos) word += "_";
   return unique(word, taken);
 }
 
 namespace {
 
-// Text inside a comment of C.
+// Text inside a comment of C, which it neither ends nor begins anew.
 std::string in_comment(std::string text) {
-  for (std::size_t at = text.find("*/"); at != std::string::npos; at = text.find("*/")) {
-    text[at] = '+';
+  for (std::size_t at = 1; at < text.size(); ++at) {
+    if (text[at - 1] == '*' && text[at] == '/') text[at - 1] = '+';
+    if (text[at - 1] == '/' && text[at] == '*') text[at] = '+';
   }
   return text;
 }
 
 std::string c_struct(const RecordType &record, const std::string &name,
-                     std::vector<std::string> &macros_taken) {
-  std::vector<std::string> taken;
+                     std::set<std::string> &macros_taken) {
+  std::set<std::string> taken;
   std::string macros =
       "#define " + capitals(name) + "_BYTES " + std::to_string(record.bytes) + "\n";
   std::string members;
@@ -148,9 +151,9 @@ std::string sql_column(const RecordType &record, const Column &column) {
 }  // namespace
 
 std::string c_header(const Layout &layout) {
-  std::vector<std::string> taken;
-  std::vector<std::string> macros;
-  std::vector<std::string> guards;
+  std::set<std::string> taken;
+  std::set<std::string> macros;
+  std::set<std::string> guards;
   const std::string guard = capitals(c_name(layout.name, guards)) + "_RECORD_H";
   std::string text = "/* Made by \"campotipo layout --header\" from " + in_comment(layout.file) +
                      ". */\n#ifndef " + guard + "\n#define " + guard + "\n";

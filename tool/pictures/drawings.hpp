@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -8,7 +9,7 @@
 // What can be drawn from a layout alone.
 namespace campotipo::tool {
 
-// Bytes of a record that belong together: a field, a whole bit area, or bytes of nobody.
+// Bytes of a record that belong together: a field, a whole bit area, or bytes without a meaning.
 struct Span {
   std::string name;
   std::size_t offset = 0;
@@ -24,7 +25,7 @@ std::vector<Span> spans(const RecordType &record);
 std::string type_text(const Span &span);
 
 // A word of C, distinct from those in `taken`, to which it is added.
-std::string c_name(const std::string &name, std::vector<std::string> &taken);
+std::string c_name(const std::string &name, std::set<std::string> &taken);
 
 std::string c_header(const Layout &layout);
 std::string sql_tables(const Layout &layout);

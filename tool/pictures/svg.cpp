@@ -116,7 +116,7 @@ class Picture {
     std::string name = is_fill(*span.field->type) ? "" : span.name;
     if (!fits(name)) {
       const auto letters = static_cast<std::size_t>(std::max(0.0, (width - 16) / kLetter));
-      name = letters < 3 || letters > name.size() ? "" : name.substr(0, letters) + "…";
+      name = letters < 3 ? "" : utf8::first(name, letters) + "…";
     }
     if (!name.empty()) out_ += text(x + 6, y + 16, name, "start", "#1c2430");
     const std::string below = fits(size) ? size : std::to_string(span.bytes);

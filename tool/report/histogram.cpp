@@ -29,7 +29,8 @@ void Histogram::add(const unsigned char *record) {
   const bool empty = field_empty(field, record);
   if (!used_ || (empty && (field.type->traits & kRight) == 0)) return;
   const double value = field.type->measure(record + field.offset, field.params);
-  if (value < field_->low()) return;
+  // A value that the first reading did not meet: the file has changed.
+  if (!(value >= field_->low() && value <= field_->high())) return;
   const double part = (value - field_->low()) / (field_->high() - field_->low());
   ++counts_[std::min(kBars - 1, static_cast<std::size_t>(part * double(kBars)))];
 }

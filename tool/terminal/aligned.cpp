@@ -51,14 +51,14 @@ void AlignedTable::write(const std::vector<std::string> &row, bool heading) {
   line.erase(line.find_last_not_of(' ') + 1);
   out_ += line + "\n";
   if (out_.size() > kGathered) {
-    output_->write(out_);
+    output_->write_coloured(out_);
     out_.clear();
   }
 }
 
 void AlignedTable::finish() {
   if (widths_.empty()) settle();
-  output_->write(out_);
+  output_->write_coloured(out_);
   out_.clear();
 }
 

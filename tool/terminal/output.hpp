@@ -6,9 +6,10 @@
 
 namespace campotipo::tool {
 
-// Standard output, or a file that appears under its name only when it is complete: it is written
-// beside its place under a temporary name, and commit() renames it. What is no regular file (a
-// device, a pipe) is written directly.
+// Standard output, or a file that appears under its name only when it is complete: until commit()
+// it has no name, so that nothing is left of it however the command ends. Where the file system has
+// no such files it stands beside its place under another name, which a signal takes away. What is
+// no regular file (a device, a pipe) is written directly.
 class Output {
  public:
   // Standard output where the path is empty or "-".
@@ -17,23 +18,30 @@ class Output {
   Output &operator=(const Output &) = delete;
   ~Output();
 
+  // Text or bytes; on a terminal without what would steer it.
   void write(std::string_view bytes);
+
+  // Text that was made fit for a terminal, with its colours.
+  void write_coloured(std::string_view text);
 
   // Every byte is out and, for a file, on its way to the disk under its own name. Without this call
   // a file does not appear.
   void commit();
 
   const std::string &name() const { return name_; }
-  bool is_terminal() const;
+  bool is_terminal() const { return terminal_; }
 
  private:
   [[noreturn]] void fail(int error);
-  void open_beside(const std::string &path, unsigned mode);
+  void open_file(bool exists, unsigned mode);
+  void put_in_place();
+  int link_as(const std::string &path) const;
 
   std::string name_;
-  std::string target_;
-  std::string temporary_;
+  std::string target_;     // of a file that is not yet in place
+  std::string temporary_;  // its name until then, if it has one
   int fd_ = -1;
+  bool terminal_ = false;
 };
 
 }  // namespace campotipo::tool

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "layout/layout.hpp"
+#include "rows/buffer.hpp"
+#include "rows/program.hpp"
+#include "text/csv.hpp"
+
+namespace campotipo::tool {
+
+// The cells of a record as a row of CSV holds them, without its quotes.
+class Cells {
+ public:
+  Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex);
+
+  std::vector<std::string> of(const RecordType &type, const unsigned char *record);
+
+ private:
+  const Layout *layout_;
+  std::vector<Program> programs_;
+  Buffer row_;
+  CsvBlock block_;
+  std::vector<CsvCell> cells_;
+};
+
+}  // namespace campotipo::tool

@@ -1,0 +1,27 @@
+#include "commands/faults.hpp"
+
+#include "files/failure.hpp"
+#include "terminal/tell.hpp"
+
+namespace campotipo::tool {
+
+void FaultTeller::tell_all(const RecordBlock &block) {
+  for (const StreamFault &fault : block.faults) {
+    if (!told_.add("", fault.what, {fault.record, fault.offset, ""})) continue;
+    progress_->clear();
+    tell(file_ + ": " + fault.text());
+  }
+}
+
+int FaultTeller::status() {
+  progress_->clear();
+  for (const Tally::Line &line : told_.lines()) {
+    const std::uint64_t more = line.entry.count - line.entry.places.size();
+    if (more == 0) continue;
+    tell(file_ + ": " + std::to_string(more) + " more of these: " + line.what +
+         " (campotipo check --all tells each)");
+  }
+  return told_.empty() ? kGood : kFound;
+}
+
+}  // namespace campotipo::tool
