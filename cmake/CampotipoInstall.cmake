@@ -13,7 +13,9 @@ endif()
 # directories are built with CMAKE_SKIP_INSTALL_RPATH.
 set_target_properties(campotipo PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(CAMPOTIPO_HWCAPS)
-  set_target_properties(campotipo_v3 PROPERTIES INSTALL_RPATH "$ORIGIN")
+  # The loader looks into the folders of newer processors below this one by itself, and finds the
+  # services above them too, where a site has put its own in their place.
+  set_target_properties(campotipo_v3 PROPERTIES INSTALL_RPATH "$ORIGIN/../..")
 endif()
 
 install(TARGETS campotipo campotipo-support EXPORT campotipo
@@ -25,6 +27,9 @@ if(CAMPOTIPO_HWCAPS)
 endif()
 install(DIRECTORY library/include/campotipo library/support/include/campotipo-support
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN "*.h")
+
+install(FILES packaging/valgrind.supp DESTINATION ${CMAKE_INSTALL_DATADIR}/campotipo
+  COMPONENT development)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/campotipo)
 install(EXPORT campotipo NAMESPACE campotipo:: DESTINATION ${package_dir}

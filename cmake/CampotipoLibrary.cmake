@@ -49,15 +49,19 @@ if(CAMPOTIPO_HWCAPS)
 endif()
 set(CAMPOTIPO_HWCAPS_DIR glibc-hwcaps/x86-64-v3)
 
-# campotipo_subsystem(NAME SOURCES file... ARROWS subsystem...)
+# campotipo_subsystem(NAME SOURCES file... ARROWS subsystem... [INCLUDE directory...])
 # ARROWS names the subsystems whose headers this one may include; tests/abi holds the sources to it.
+# INCLUDE is for what stands below the library and sees none of its headers.
 function(campotipo_subsystem name)
-  cmake_parse_arguments(arg "" "" "SOURCES;ARROWS" ${ARGN})
+  cmake_parse_arguments(arg "" "" "SOURCES;ARROWS;INCLUDE" ${ARGN})
+  if(NOT arg_INCLUDE)
+    set(arg_INCLUDE ${CAMPOTIPO_INCLUDE_DIRS})
+  endif()
   foreach(build ${CAMPOTIPO_BUILDS})
     set(objects campotipo_${name}${build})
     add_library(${objects} OBJECT ${arg_SOURCES})
     target_link_libraries(${objects} PRIVATE campotipo_library_flags)
-    target_include_directories(${objects} PRIVATE ${CAMPOTIPO_INCLUDE_DIRS})
+    target_include_directories(${objects} PRIVATE ${arg_INCLUDE})
     set_target_properties(${objects} PROPERTIES
       POSITION_INDEPENDENT_CODE ON
       C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
@@ -136,7 +140,6 @@ function(campotipo_shared_library name)
     endif()
   endforeach()
   target_include_directories(${name} INTERFACE
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/library/include>
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${arg_INCLUDE}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 endfunction()

@@ -125,9 +125,11 @@ inline time_t noon(std::uint32_t number) {
 inline std::uint32_t number_of_moment(time_t moment) {
   tm local;
   CRONOBASE_localtime(&moment, &local);
+  const std::int32_t format = format_in_force();
+  // No month has such a day: the moment could not be converted.
+  if (local.tm_mday == 0) return zero_date(format);
   const auto year = static_cast<std::uint32_t>(local.tm_year) + 1900;
-  return number_of(format_in_force(),
-                   {local.tm_mday, local.tm_mon + 1, static_cast<std::int32_t>(year)});
+  return number_of(format, {local.tm_mday, local.tm_mon + 1, static_cast<std::int32_t>(year)});
 }
 
 // Cycles added before a step by days and taken off behind it: more than any step goes back, so that

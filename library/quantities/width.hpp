@@ -9,9 +9,6 @@
 // A numeric field of any width, by the operations of that width.
 namespace campotipo::quantities::width {
 
-// The text of a field whose high limb is out of range has a digit more.
-inline constexpr int kTextSize = ZBINARIO_TEXT_SIZE + 1;
-
 inline int compare(int width, const unsigned char *a, const unsigned char *b) {
   return is_valid(width) ? kOperations[width].compare(a, b) : -1;
 }
@@ -29,7 +26,7 @@ inline int to_text(char *text, const unsigned char *src, int width) {
 }
 
 inline int to_text_exact(char *text, const unsigned char *src, int width, int n) {
-  char number[kTextSize];
+  char number[ZBINARIO_TEXT_SIZE];
   if (!to_text(number, src, width)) return 0;
   const std::size_t wanted = n > 0 ? static_cast<std::size_t>(n) : 0;
   const std::size_t length = std::strlen(number);
@@ -40,7 +37,7 @@ inline int to_text_exact(char *text, const unsigned char *src, int width, int n)
 }
 
 inline int move(unsigned char *dest, int dest_width, const unsigned char *src, int src_width) {
-  char number[kTextSize];
+  char number[ZBINARIO_TEXT_SIZE];
   return to_text(number, src, src_width) && from_text(dest, dest_width, number);
 }
 

@@ -261,9 +261,13 @@ TEST_P(LocalTimeTest, MomentsFallOnTheirLocalDay) {
     ASSERT_EQ(field.number(),
               reference::build(format, {local.tm_mday, local.tm_mon + 1, local.tm_year + 1900}));
   }
-  const InForce in_force(DATAC_FORMATO_COMPACTO);
-  DATAC_de_time_t(field(), INT64_MAX);
-  EXPECT_EQ(field.number(), 0x800000u);
+  for (const time_t never : {time_t{1} << 62, time_t{INT64_MAX}, time_t{INT64_MIN}}) {
+    for (std::int32_t format : {0, 1}) {
+      const InForce in_force(format);
+      DATAC_de_time_t(field(), never);
+      EXPECT_EQ(field.number(), format == 1 ? 0x800000u : 0u);
+    }
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Zones, LocalTimeTest, testing::Values("UTC", "America/Sao_Paulo"),

@@ -49,6 +49,7 @@ sub fragments {
   for my $fragment ($_[0] =~ m{<div class="fragment">(.*?)</div><!-- fragment -->}sg) {
     my $sample = join '', map { "$_\n" } $fragment =~ m{<div class="line">(.*?)</div>}sg;
     $sample =~ s/<[^>]*>//g;
+    next if $sample =~ /^cc /;    # steps of the shell
     my %entities = (lt => '<', gt => '>', quot => '"', amp => '&', nbsp => ' ', '#39' => "'");
     push @all, $sample =~ s/&(#?\w+);/$entities{$1} \/\/ die "&$1;\n"/ger;
   }

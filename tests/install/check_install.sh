@@ -8,6 +8,7 @@
 #   subdirectory  the sources inside a parent project, with both sets of libraries
 #   absolute      that build, installed to absolute directories
 #   hwcaps        which set the loader takes from there
+#   services      the steps by which a site puts its own services into a copy of it
 set -euo pipefail
 export LC_ALL=C
 
@@ -55,11 +56,28 @@ pkg() {  # directory of the .pc files: compiles by hand with what pkg-config say
   [ "$(pkg-config --modversion campotipo)" = "$(pkg-config --modversion campotipo-support)" ] ||
     fault "the two .pc files tell different versions"
 }
-chosen() {  # loader arguments...: which file the loader takes for libcampotipo.so.1
+chosen() {  # name, loader arguments...: which file the loader takes for a library
+  local name=$1
+  shift
   env LD_DEBUG=libs "$@" 2>&1 |
-    awk '/find library=libcampotipo\.so\.1/ { on = 1; next } /find library/ { on = 0 }
-         on && /trying file=/ { sub(/.*trying file=/, ""); file = $0 } END { print file }'
+    awk -v "name=find library=$name.so.1 " 'index($0 " ", name) { on = 1; next } /find library/ { on = 0 }
+         on && /trying file=/ { sub(/.*trying file=/, ""); file = $0 } END { print file }' |
+    xargs realpath
 }
+replace_services() {  # language: a copy of the installation, by the steps of the manual
+  local site=$work/site-$1
+  rm -rf "$site"
+  cp -a "$absolute" "$site"
+  mkdir "$site/made"
+  cp -a "$source/library" "$site/made"
+  cp "$source/tests/site/money.c" "$site/made"
+  {
+    echo "cc() { if [ \$1 = -O2 ]; then gcc -x $1 \"\$@\"; else gcc \"\$@\"; fi; }"
+    steps "$source/docs/own-services.md"
+  } > "$site/made/steps.sh"
+  (cd "$site/made" && lib=$site/libraries include=$site/headers quietly bash -euo pipefail steps.sh)
+}
+steps() { sed -n '/^```sh$/,/^```$/p' "$1" | grep -v '^```'; }
 
 mkdir -p "$work"
 case $way in
@@ -134,9 +152,28 @@ case $way in
     program=$work/parent-program
     gcc -x c -std=c99 "$here/consumer/consumer.c" -x none -o "$program" -I"$absolute/headers" \
       -L"$absolute/libraries" -Wl,-rpath,"$absolute/libraries" -lcampotipo -lcampotipo-support
-    file=$(chosen "$program")
-    [ "$file" = "$second/libcampotipo.so.1" ] || fault "the loader takes $file"
-    file=$(chosen "$loader" --glibc-hwcaps-mask none "$program")
-    [ "$file" = "$absolute/libraries/libcampotipo.so.1" ] || fault "masked, the loader takes $file"
+    file=$(chosen libcampotipo "$program")
+    [ "$file" = "$(realpath "$second/libcampotipo.so.1")" ] || fault "the loader takes $file"
+    file=$(chosen libcampotipo "$loader" --glibc-hwcaps-mask none "$program")
+    [ "$file" = "$(realpath "$absolute/libraries/libcampotipo.so.1")" ] || fault "masked, the loader takes $file"
+    ;;
+  services)
+    diff <(steps "$source/docs/own-services.md") <(steps "$source/README.md") ||
+      fault "README.md tells other steps"
+    for language in c c++; do
+      replace_services $language
+      site=$work/site-$language program=$work/program-$language
+      gcc -x $language "$here/consumer/own_services.c" -x none -o "$program" -I"$site/headers" \
+        -L"$site/libraries" -Wl,-rpath,"$site/libraries" -lcampotipo -lcampotipo-support
+      said=$("$program" 2>&1) || fault "the program over a site's services in $language: $said"
+      [ -z "$said" ] || fault "the loader says: $said"
+      file=$(chosen libcampotipo-support "$program")
+      [ "$file" = "$site/libraries/libcampotipo-support.so.1" ] || fault "the loader takes $file"
+      case $(chosen libcampotipo "$program") in
+        */glibc-hwcaps/*) ;;
+        *) ! "${loader:-/lib64/ld-linux-x86-64.so.2}" --help | grep -q 'x86-64-v3 (supported' ||
+          fault "the second set is not taken" ;;
+      esac
+    done
     ;;
 esac

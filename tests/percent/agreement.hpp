@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <ostream>
+#include <string>
 
 #include "tests/reference/rounding.hpp"
 
@@ -58,8 +59,10 @@ inline constexpr Family kFamilies[] = {
 // Amounts are made and read as applications do, through the services alone.
 inline QUANTIA quantia(std::int64_t units) {
   QUANTIA value;
-  _QUANTIA_atov(&value, "0");
-  _QUANTIA_som_long(&value, &value, units);
+  std::string text = std::to_string(units);
+  const std::size_t sign = units < 0;
+  if (text.size() < sign + 2) text.insert(sign, sign + 2 - text.size(), '0');
+  _QUANTIA_atov(&value, text.insert(text.size() - 2, 1, '.').c_str());
   return value;
 }
 inline PARCELA parcela(std::int64_t units) {
@@ -150,8 +153,8 @@ inline bool inverse_agrees(const Family &family, unsigned char *field, std::int6
   return holds(family, field, inverted(family.kind, percent));
 }
 
-// The climb itself where it is no longer than `steps`, else what tells its end: the first value
-// that reaches the target, or the top of the range. The cut form has a closed answer too.
+// The climb itself where it is no longer than `steps`, else what tells its end: in the cut form the
+// exact base, in the others the first value that reaches the target, or the top of the range.
 inline bool search_agrees(const Family &family, unsigned char *field, std::int64_t percent,
                           std::int64_t target, Rule rule, long steps) {
   const QUANTIA amount = quantia(target);
@@ -161,13 +164,14 @@ inline bool search_agrees(const Family &family, unsigned char *field, std::int64
   const std::int64_t result = units(found);
   const auto climb = climbed(family.kind, target, percent, rule, steps);
   if (climb) return result == *climb;
+  if (rule == Rule::kCut)
+    return result ==
+           reference::nearest((wide{target} * family.kind.hundred + percent - 1) / percent);
   const auto reaches = [&](std::int64_t base) {
     return multiplied(family.kind, base, percent, rule) >= target;
   };
   if (!reaches(result)) return result == INT64_MAX;
-  const wide exact = (wide{target} * family.kind.hundred + percent - 1) / percent;
-  return result > estimated(family.kind, target, percent, rule) && !reaches(result - 1) &&
-         (rule != Rule::kCut || exact == result);
+  return result > estimated(family.kind, target, percent, rule) && !reaches(result - 1);
 }
 
 // `room` is as large as the text and its NUL.

@@ -99,6 +99,19 @@ TEST_P(WidthTest, MovesToEveryOtherWidth) {
 
 INSTANTIATE_TEST_SUITE_P(Widths, WidthTest, testing::Range(1, ZBINARIO_MAX_WIDTH + 1));
 
+TEST(Width, OneTextSizeServesEveryWidthAndContent) {
+  GuardedBuffer field, room;
+  std::size_t longest = 0;
+  for (int width = 1; width <= ZBINARIO_MAX_WIDTH; ++width) {
+    unsigned char *src = field.at_end(static_cast<std::size_t>(width));
+    std::memset(src, 0xFF, static_cast<std::size_t>(width));
+    char *text = room.text_at_end(ZBINARIO_TEXT_SIZE);
+    ASSERT_EQ(ZBINARIO_converteu_de_binario(text, src, width), 1);
+    longest = std::max(longest, std::strlen(text));
+  }
+  EXPECT_EQ(longest + 1, ZBINARIO_TEXT_SIZE);
+}
+
 TEST(WidthOutOfRange, IsAnsweredByEachInItsWayAndTouchesNothingElse) {
   GuardedBuffer nothing, field;
   unsigned char *const none = nothing.at_end(0);

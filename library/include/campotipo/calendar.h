@@ -15,7 +15,8 @@
  *   HHMMSS   3      hour, minute, second, one byte each                     Time of day
  *
  * A field is its bytes and nothing else, at any address. Pointers are never null. Nothing reports
- * an error: every bit pattern can be read, and what no date can be made of becomes the zero date.
+ * an error: every bit pattern can be read. In the packed encoding what no date can be made of becomes
+ * the zero date; the decimal one stores the digits that it is given.
  *
  * date    a DATAC in either encoding, 3 bytes
  * a, b    two dates, in either encoding each
@@ -141,7 +142,8 @@ CAMPOTIPO_API int DATAC_ddmmaa_igual(const unsigned char *date, int64_t ddmmaa) 
  *
  * format   0 decimal, 1 packed; any other number leaves the field alone
  *
- * Result: 1 if the field was rewritten, 0 if it had that encoding already.
+ * Result: 1 if the field was rewritten; 0 if it had that encoding already or format is another
+ * number.
  */
 CAMPOTIPO_API int DATAC_converteu_formato(unsigned char *date, int32_t format) CAMPOTIPO_NOEXCEPT;
 
@@ -286,10 +288,14 @@ CAMPOTIPO_API int32_t DATAC_dia_da_semana(const unsigned char *date) CAMPOTIPO_N
 /*
  * DATAC_para_time_t: noon of the date in local standard time, as mktime gives it, also -1.
  * DATAC_de_time_t: stores the local date of a moment. A moment that the platform cannot convert
- * gives what DATAC_monta makes of 0, 1, 1900: packed the zero date.
+ * gives the zero date, in both encodings.
+ *
+ * The one undoes the other for every date that exists in the time zone. A zone that has moved over
+ * the date line skipped a day (30/12/2011 in Pacific/Apia): its noon is a moment of another day.
  *
  * Both follow TZ in the environment as it is at the call. Without TZ they look at the system's time
- * zone file on every call.
+ * zone file on every call, and for a zone not seen before the C library reads that zone's file and
+ * allocates.
  *
  * out      3 bytes, all written
  * moment   seconds of the epoch

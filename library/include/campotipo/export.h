@@ -1,19 +1,7 @@
 #ifndef CAMPOTIPO_EXPORT_H
 #define CAMPOTIPO_EXPORT_H
 
-/*
- * The one place that knows about visibility and about C++ callers.
- *
- * CAMPOTIPO_API       marks a function or datum that a shared library of this project exports.
- * CAMPOTIPO_NOEXCEPT  ends each prototype: no operation throws, and C++ callers are told so.
- */
-
-#define CAMPOTIPO_API __attribute__((visibility("default")))
-
-#if defined(__cplusplus) && !defined(CAMPOTIPO_BUILDING)
-#define CAMPOTIPO_NOEXCEPT noexcept
-#else
-#define CAMPOTIPO_NOEXCEPT
-#endif
+/* CAMPOTIPO_API and CAMPOTIPO_NOEXCEPT, which both libraries mark their names with. */
+#include <campotipo-support/export.h>
 
 #endif

@@ -290,11 +290,20 @@ CAMPOTIPO_API void PORC4_inverte(unsigned char *result,
  * that does not reach the target, the smallest value above it that does. If not even the top of the
  * range of QUANTIA does, the result is that top.
  *
- * For a target of zero or more inv_multiplica gives target * 100% / percent rounded up. In the
- * rounding forms an estimate that reaches the target is taken even where a lower value does too. A
- * target below zero is always reached by its estimate.
+ * For a target of zero or more inv_multiplica gives target * 100% / percent rounded up, wherever that
+ * is in the range of QUANTIA. In the rounding forms an estimate that reaches the target is taken even
+ * where a lower value does too. They are bound to the multiplication of their name, which reaches no
+ * amount above these, in units: a target above them gives the top of the range.
  *
- * At most 80 multiplications are made, whatever the target and the percent.
+ *                        PORC0, PORC1, PORC2    PORC4
+ *   inv_multipl_arred    922337203685477581     9223372036854776
+ *   inv_multipl_arr_nbr  92233720368547758      922337203685478
+ *
+ * A target below zero is always reached by its estimate. An estimate that leaves the range on the way
+ * ends where the multiplication ends.
+ *
+ * The base is worked out, not searched for: at most 80 multiplications of the money service are made,
+ * whatever the target and the percent, and none leaves the range.
  */
 CAMPOTIPO_API void PORC0_inv_multiplica(QUANTIA *result, const QUANTIA *target,
                                         const unsigned char *percent) CAMPOTIPO_NOEXCEPT;

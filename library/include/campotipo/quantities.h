@@ -42,8 +42,8 @@
  * needs the number of decimals is told it. The fixo forms do the work: 1234.50 kept with 2 decimals
  * is the field of 123450.
  *
- * Nothing reports a failure. Of a number that is too long the rightmost digits are kept, without a
- * sign. A field that this library did not write may hold a limb above its greatest value. It is
+ * Nothing reports a failure. Of a number that is too long the rightmost digits are kept, and nothing
+ * tells. A field that this library did not write may hold a limb above its greatest value. It is
  * compared by its limbs and shown as they stand: the limb that the text begins in with all its
  * digits, each limb below with its rightmost 19. Such a text may be one digit longer than the
  * capacity, and its buffer one byte more. The powers of ten then work on the digits of that text.
@@ -329,7 +329,7 @@ CAMPOTIPO_API int BINQ21_div_por_100(unsigned char *dest,
 
 /*
  * BINQn_mul_por_potencia_de_dez: dest = src times 10^power, modulo 10^BINQn_DIGITS: digits that
- * pass the capacity are lost on the left without a sign.
+ * pass the capacity are lost on the left, and nothing tells.
  *
  * dest    n bytes, all written
  * src     n bytes; may be the same field as dest
@@ -394,8 +394,8 @@ CAMPOTIPO_API void BINQ21_mul_por_100(unsigned char *dest,
 /* The widest field. */
 #define ZBINARIO_MAX_WIDTH 21
 
-/* Room for the text of a field of any width. */
-#define ZBINARIO_TEXT_SIZE 51
+/* Room for the text of a field of any width and any content. */
+#define ZBINARIO_TEXT_SIZE 52
 
 /*
  * ZBINARIO_max_digitos_decimais: how many digits any number may have and still fit the width.

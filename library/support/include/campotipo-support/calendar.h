@@ -1,7 +1,7 @@
 #ifndef CAMPOTIPO_SUPPORT_CALENDAR_H
 #define CAMPOTIPO_SUPPORT_CALENDAR_H
 
-#include <campotipo/export.h>
+#include <campotipo-support/export.h>
 #include <stdint.h>
 #include <time.h>
 

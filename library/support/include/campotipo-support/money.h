@@ -1,7 +1,7 @@
 #ifndef CAMPOTIPO_SUPPORT_MONEY_H
 #define CAMPOTIPO_SUPPORT_MONEY_H
 
-#include <campotipo/export.h>
+#include <campotipo-support/export.h>
 
 /*
  * Money values
@@ -23,6 +23,20 @@
  *
  * No operation allocates or reports a failure, and pointers are never null. Operations on different
  * values may run at the same time.
+ *
+ * A site may put its own services in the place of these (docs/own-services.md tells how). Of them
+ * libcampotipo asks this, and nothing else:
+ *
+ *   all                range, units and results as told here, wherever the result is in the range. What
+ *                      the operations of percent.h give for a result outside it is then the service's.
+ *   atov               the texts "100" and "10000"
+ *   comp, se_zero      the sign of their results; se_zero of values of zero or more
+ *   div_byte           by 10 and 100, also in place
+ *   mul_byte           by 10 and 100, also in place
+ *   som_long           one unit, up or down, in place
+ *   porc_mul           factors from 0 to 429496729500
+ *   porc_div           ratios that a long holds
+ *   copia, trunca      as told
  *
  * dest    the value that is made; it may be a source
  * src     the value that it is made from

@@ -1,7 +1,7 @@
 #ifndef CAMPOTIPO_SUPPORT_NUMBERS_H
 #define CAMPOTIPO_SUPPORT_NUMBERS_H
 
-#include <campotipo/export.h>
+#include <campotipo-support/export.h>
 #include <stdint.h>
 
 /*

@@ -1,7 +1,7 @@
 #ifndef CAMPOTIPO_SUPPORT_TEXT_H
 #define CAMPOTIPO_SUPPORT_TEXT_H
 
-#include <campotipo/export.h>
+#include <campotipo-support/export.h>
 
 /*
  * Growable text
