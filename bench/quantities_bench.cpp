@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bench/subsystems.hpp"
+#include "tests/members/numeric.hpp"
 
 namespace campotipo::bench {
 namespace {
@@ -103,13 +104,9 @@ void eight_bytes(std::size_t digits, double parse_goal, double print_goal) {
 }
 
 // One member with its operations, so that each task is told once.
-struct Wide {
-  std::size_t digits;
-  int (*parse)(unsigned char *, const char *);
-  char *(*print)(char *, const unsigned char *);
-  int (*compare)(const unsigned char *, const unsigned char *);
-  void (*multiply)(unsigned char *, const unsigned char *, unsigned);
-  int (*divide)(unsigned char *, const unsigned char *, unsigned);
+struct Wide : campotipo::test::Numeric {
+  Wide(const Numeric &member, double to_parse, double to_print)
+      : Numeric(member), parse_goal(to_parse), print_goal(to_print) {}
   double parse_goal, print_goal;
 };
 
@@ -119,7 +116,7 @@ struct Numbers {
     mpz_init(power);
     mpz_ui_pow_ui(power, 10, 7);
     for (std::size_t i = 0; i < kInputs; ++i) {
-      member.parse(fields[i], texts.of[i].c_str());
+      member.from_text(fields[i], texts.of[i].c_str());
       mpz_init_set_str(gmp[i], texts.of[i].c_str(), 10);
       boost[i].assign(texts.of[i].c_str());
     }
@@ -141,7 +138,7 @@ void text_of(const Wide &member, const std::string &of, const Texts &texts,
   mpz_init2(parsed, 192);
   const auto given = [&](std::size_t i) { return texts.of[i]; };
   Task("quantities", "parse " + of, member.parse_goal)
-      .ours([&](std::size_t i) { member.parse(out, texts.of[i].c_str()), clobber(); }, given)
+      .ours([&](std::size_t i) { member.from_text(out, texts.of[i].c_str()), clobber(); }, given)
       .peer(
           "GMP", [&](std::size_t i) { mpz_set_str(parsed, texts.of[i].c_str(), 10), clobber(); },
           [&](std::size_t i) { return std::string(mpz_get_str(text, 10, numbers.gmp[i])); })
@@ -164,8 +161,8 @@ void text_of(const Wide &member, const std::string &of, const Texts &texts,
           },
           given);
   Task("quantities", "print " + of, member.print_goal)
-      .ours([&](std::size_t i) { member.print(text, numbers.fields[i]), clobber(); },
-            [&](std::size_t i) { return std::string(member.print(text, numbers.fields[i])); })
+      .ours([&](std::size_t i) { member.to_text(text, numbers.fields[i]), clobber(); },
+            [&](std::size_t i) { return std::string(member.to_text(text, numbers.fields[i])); })
       .peer(
           "GMP", [&](std::size_t i) { mpz_get_str(text, 10, numbers.gmp[i]), clobber(); }, given)
       .peer(
@@ -179,8 +176,8 @@ void arithmetic_of(const Wide &member, const std::string &of, const Numbers &num
   static Numbers::Boost boost_result;
   mpz_init2(result, 256);
   mpz_init(limit);
-  mpz_ui_pow_ui(limit, 10, member.digits);
-  const auto shown = [&](std::size_t) { return std::string(member.print(text, out)); };
+  mpz_ui_pow_ui(limit, 10, static_cast<unsigned>(member.digits));
+  const auto shown = [&](std::size_t) { return std::string(member.to_text(text, out)); };
   const auto next = [](std::size_t i) { return (i + 1) % kInputs; };
   Task("quantities", "compare " + of, 4)
       .ours(
@@ -199,9 +196,9 @@ void arithmetic_of(const Wide &member, const std::string &of, const Numbers &num
       .peer("Boost.Multiprecision (inline)",
             [&, next](std::size_t i) { keep(numbers.boost[i].compare(numbers.boost[next(i)])); });
   Task("quantities", "multiply by 10^7, " + of, 8)
-      .ours([&](std::size_t i) { member.multiply(out, numbers.fields[i], 7), clobber(); },
+      .ours([&](std::size_t i) { member.scaling.multiply(out, numbers.fields[i], 7), clobber(); },
             [&, shown](std::size_t i) {
-              return member.multiply(out, numbers.fields[i], 7), shown(i);
+              return member.scaling.multiply(out, numbers.fields[i], 7), shown(i);
             })
       .peer(
           "GMP", [&](std::size_t i) { mpz_mul(result, numbers.gmp[i], numbers.power), clobber(); },
@@ -217,8 +214,10 @@ void arithmetic_of(const Wide &member, const std::string &of, const Numbers &num
       });
   Task("quantities", "divide by 10^7, " + of, 8)
       .ours(
-          [&](std::size_t i) { keep(member.divide(out, numbers.fields[i], 7)), clobber(); },
-          [&, shown](std::size_t i) { return member.divide(out, numbers.fields[i], 7), shown(i); })
+          [&](std::size_t i) { keep(member.scaling.divide(out, numbers.fields[i], 7)), clobber(); },
+          [&, shown](std::size_t i) {
+            return member.scaling.divide(out, numbers.fields[i], 7), shown(i);
+          })
       .peer(
           "GMP",
           [&](std::size_t i) { mpz_tdiv_q(result, numbers.gmp[i], numbers.power), clobber(); },
@@ -235,7 +234,7 @@ void arithmetic_of(const Wide &member, const std::string &of, const Numbers &num
 // Cost over the power: flat, since a power is a shift of digits.
 void growth() {
   static unsigned char out[32];
-  static const Wide member{50, BINQ21_atob, BINQ21_btoa, BINQ21_compara, nullptr, nullptr, 0, 0};
+  static const Wide member(campotipo::test::kQuantities[21 - 9], 0, 0);
   const Numbers &numbers = lasting<Numbers>(member, lasting<Texts>(50));
   for (unsigned power : {1u, 9u, 18u, 27u, 36u, 45u})
     Task("growth", "50 digits by a power of ten/" + std::to_string(power))
@@ -267,15 +266,11 @@ void register_quantities() {
   eight_bytes(13, 6, 8.5);
   eight_bytes(19, 6, 8.5);
   eight_bytes(0, 6, 8.5);
-  static const Wide members[] = {
-      {38, BINQ16_atob, BINQ16_btoa, BINQ16_compara, BINQ16_mul_por_potencia_de_dez,
-       BINQ16_div_por_potencia_de_dez, 15, 20},
-      {50, BINQ21_atob, BINQ21_btoa, BINQ21_compara, BINQ21_mul_por_potencia_de_dez,
-       BINQ21_div_por_potencia_de_dez, 21, 28},
-  };
+  static const Wide members[] = {{campotipo::test::kQuantities[16 - 9], 15, 20},
+                                 {campotipo::test::kQuantities[21 - 9], 21, 28}};
   for (const Wide &member : members) {
     const std::string of = std::to_string(member.digits) + " digits";
-    const Texts &texts = lasting<Texts>(member.digits);
+    const Texts &texts = lasting<Texts>(static_cast<std::size_t>(member.digits));
     const Numbers &numbers = lasting<Numbers>(member, texts);
     text_of(member, of, texts, numbers);
     arithmetic_of(member, of, numbers);

@@ -11,7 +11,8 @@ target_compile_options(campotipo_flags INTERFACE
   $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes -Wmissing-prototypes>
   $<$<BOOL:${CAMPOTIPO_MARCH}>:-march=${CAMPOTIPO_MARCH}>)
 target_compile_definitions(campotipo_flags INTERFACE
-  $<$<BOOL:${CAMPOTIPO_PLAIN_READS}>:CAMPOTIPO_PLAIN_READS>)
+  $<$<BOOL:${CAMPOTIPO_PLAIN_READS}>:CAMPOTIPO_PLAIN_READS>
+  $<$<BOOL:${CAMPOTIPO_PLAIN}>:CAMPOTIPO_PLAIN>)
 if(CAMPOTIPO_SANITIZE)
   target_compile_options(campotipo_flags INTERFACE
     -fsanitize=${CAMPOTIPO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <emmintrin.h>
-
 #include <array>
 #include <bit>
 #include <cstdint>
@@ -112,24 +110,6 @@ constexpr std::uint64_t split8(std::uint32_t number) {
 }
 static_assert(split8(12345678) == 0x0807060504030201);
 
-// The sixteen digit values of two numbers below 10^8, first digit in the lowest byte: split8 on
-// both at once.
-inline __m128i split16(std::uint32_t first, std::uint32_t second) {
-  const __m128i eights = _mm_set_epi64x(second, first);
-  const __m128i high = _mm_srli_epi64(_mm_mul_epu32(eights, _mm_set1_epi64x(3518437209)), 45);
-  const __m128i low = _mm_sub_epi64(eights, _mm_mul_epu32(high, _mm_set1_epi64x(10000)));
-  const __m128i fours = _mm_or_si128(high, _mm_slli_epi64(low, 32));
-  // Both halves of a lane of 4 digits hold it, so that one multiplication makes both pairs.
-  const __m128i upper = _mm_slli_epi32(fours, 16);
-  const __m128i halves = _mm_or_si128(fours, upper);
-  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(halves, _mm_set1_epi16(5243)), 3);
-  const __m128i less = _mm_mullo_epi16(hundreds, _mm_set1_epi32(-100 * 65536 + 1));
-  const __m128i twos = _mm_add_epi16(upper, less);
-  const __m128i tens = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554));
-  // tens + 256 * (twos - 10 * tens)
-  return _mm_sub_epi16(_mm_slli_epi16(twos, 8), _mm_mullo_epi16(tens, _mm_set1_epi16(2559)));
-}
-
 // Number of leading zeros in eight digit values, 8 for zero.
 constexpr unsigned leading_zeros8(std::uint64_t values) {
   return static_cast<unsigned>(std::countr_zero(values)) / 8;
@@ -142,6 +122,12 @@ constexpr std::uint64_t non_digits(std::uint64_t characters) {
 }
 static_assert(non_digits(0x3930393039303930) == 0);
 static_assert((non_digits(0x303A393030303030) >> 55 & 1) == 1);
+
+// How many of eight characters are digits before the first that is none.
+constexpr unsigned count_leading(std::uint64_t characters) {
+  return static_cast<unsigned>(std::countr_zero(non_digits(characters))) / 8;
+}
+static_assert(count_leading(0x3930393039303930) == 8 && count_leading(0x30303030002F3231) == 2);
 
 inline constexpr char kPairs[] =
     "00010203040506070809101112131415161718192021222324252627282930313233343536373839"

@@ -158,6 +158,19 @@ inline Date read(std::uint32_t number) {
 
 constexpr bool is_valid(std::uint32_t number) { return exists(read_short(number)); }
 
+inline constexpr std::uint32_t kGreatestDecimal = 999999;
+
+// The packed forms are those that building the date again gives: the repeated digits from their two,
+// for they read back with four of a year.
+constexpr bool is_well_formed(std::uint32_t number) {
+  if (!is_packed(number)) return number <= kGreatestDecimal;
+  Date date = read_short(number);
+  if ((number & kRepeated) != 0) date.year = date.day;
+  return number_of(DATAC_FORMATO_COMPACTO, date) == number;
+}
+static_assert(is_well_formed(0xA00002) && is_well_formed(kPacked) && is_well_formed(0x8FD19F));
+static_assert(!is_well_formed(0xA00001) && !is_well_formed(0xCFD19F) && !is_well_formed(0x80005F));
+
 // Year, month and day in one number, for dates of any kind.
 inline std::int64_t order(std::uint32_t number, const Date &date) {
   const std::int32_t in_year = date.month * 128 + date.day;

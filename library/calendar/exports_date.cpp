@@ -30,6 +30,13 @@ int DATAC_nao_zero(const unsigned char *date) {
 }
 int DATAC_valida(const unsigned char *date) { return calendar::is_valid(calendar::load(date)); }
 
+int32_t DATAC_formato_de(const unsigned char *date) {
+  return calendar::is_packed(calendar::load(date)) ? DATAC_FORMATO_COMPACTO : DATAC_FORMATO_DECIMAL;
+}
+int DATAC_bem_formado(const unsigned char *date) {
+  return calendar::is_well_formed(calendar::load(date));
+}
+
 int DATAC_compara(const unsigned char *a, const unsigned char *b) {
   return calendar::compare(calendar::load(a), calendar::load(b));
 }

@@ -5,6 +5,7 @@ namespace time_of_day = campotipo::calendar::time_of_day;
 extern "C" {
 
 int HORAC_valida(const unsigned char *field) { return time_of_day::is_valid_hhmm(field); }
+int HORAC_bem_formado(const unsigned char *field) { return time_of_day::is_valid_hhmm(field); }
 char *HORAC_edita(char *out, const unsigned char *field) {
   return time_of_day::edit_hhmm(out, field, ':');
 }
@@ -13,6 +14,7 @@ char *HORAC_edita_sep(char *out, const unsigned char *field, int32_t sep) {
 }
 
 int HHMMSS_valida(const unsigned char *field) { return time_of_day::is_valid_hhmmss(field); }
+int HHMMSS_bem_formado(const unsigned char *field) { return time_of_day::is_valid_hhmmss(field); }
 char *HHMMSS_edita(char *out, const unsigned char *field) {
   return time_of_day::edit_hhmmss(out, field, ':', 0);
 }

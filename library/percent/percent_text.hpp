@@ -60,7 +60,8 @@ template <int Decimals, bool Exact>
 inline char *edit(char *dest, const unsigned char *percent) {
   constexpr auto kPlaces = static_cast<std::uint32_t>(digits::kPowerOfTen[Decimals]);
   const auto number = static_cast<std::uint32_t>(stored<Decimals>(percent));
-  char *to = put_whole < Decimals == 4 ? 6 : 4 > (dest, number / kPlaces);
+  constexpr int kWhole = Decimals == 4 ? 6 : 4;
+  char *to = put_whole<kWhole>(dest, number / kPlaces);
   put_decimals<Decimals, Exact>(to, number % kPlaces);
   return dest;
 }

@@ -72,4 +72,10 @@ int BINQ20_compara(const unsigned char *a, const unsigned char *b) {
 int BINQ21_compara(const unsigned char *a, const unsigned char *b) {
   return wide::compare<21>(a, b);
 }
+
+int BINQ17_bem_formado(const unsigned char *src) { return wide::is_well_formed<17>(src); }
+int BINQ18_bem_formado(const unsigned char *src) { return wide::is_well_formed<18>(src); }
+int BINQ19_bem_formado(const unsigned char *src) { return wide::is_well_formed<19>(src); }
+int BINQ20_bem_formado(const unsigned char *src) { return wide::is_well_formed<20>(src); }
+int BINQ21_bem_formado(const unsigned char *src) { return wide::is_well_formed<21>(src); }
 }

@@ -109,4 +109,13 @@ int BINQ15_compara(const unsigned char *a, const unsigned char *b) {
 int BINQ16_compara(const unsigned char *a, const unsigned char *b) {
   return wide::compare<16>(a, b);
 }
+
+int BINQ9_bem_formado(const unsigned char *src) { return wide::is_well_formed<9>(src); }
+int BINQ10_bem_formado(const unsigned char *src) { return wide::is_well_formed<10>(src); }
+int BINQ11_bem_formado(const unsigned char *src) { return wide::is_well_formed<11>(src); }
+int BINQ12_bem_formado(const unsigned char *src) { return wide::is_well_formed<12>(src); }
+int BINQ13_bem_formado(const unsigned char *src) { return wide::is_well_formed<13>(src); }
+int BINQ14_bem_formado(const unsigned char *src) { return wide::is_well_formed<14>(src); }
+int BINQ15_bem_formado(const unsigned char *src) { return wide::is_well_formed<15>(src); }
+int BINQ16_bem_formado(const unsigned char *src) { return wide::is_well_formed<16>(src); }
 }

@@ -6,6 +6,10 @@ extern "C" {
 
 int ZBINARIO_max_digitos_decimais(int width) { return campotipo::quantities::max_digits(width); }
 
+int ZBINARIO_bem_formado(int width, const unsigned char *src) {
+  return width_of::well_formed(width, src);
+}
+
 int ZBINARIO_compara(int width, const unsigned char *a, const unsigned char *b) {
   return width_of::compare(width, a, b);
 }

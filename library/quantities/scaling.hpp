@@ -29,7 +29,6 @@ inline Cut cut(std::uint64_t number, unsigned j) {
 template <int N>
 struct Limbs {
   static constexpr int kCount = kMember<N>.limbs;
-  static constexpr std::uint64_t kEnd = digits::kPowerOfTen[kLimbDigits];
   static constexpr std::uint64_t kHighEnd = digits::kPowerOfTen[kMember<N>.high_digits];
 
   std::uint64_t low, middle, high;
@@ -37,11 +36,6 @@ struct Limbs {
   explicit Limbs(const unsigned char *src)
       : low(wide::load_limb<N, 0>(src)), middle(wide::load_limb<N, 1>(src)), high(0) {
     if constexpr (kCount == 3) high = wide::load_limb<N, 2>(src);
-  }
-
-  bool in_range() const {
-    if constexpr (kCount == 2) return (low < kEnd) & (middle < kHighEnd);
-    return (low < kEnd) & (middle < kEnd) & (high < kHighEnd);
   }
 
   void store(unsigned char *dest) const {
@@ -138,9 +132,9 @@ template <int N>
 
 template <int N>
 inline int divide(unsigned char *dest, const unsigned char *src, unsigned power) {
-  Limbs<N> number(src);
-  if (!number.in_range()) [[unlikely]]
+  if (!wide::is_well_formed<N>(src)) [[unlikely]]
     return divide_text<N>(dest, src, power);
+  Limbs<N> number(src);
   if (power > kLimbDigits) return divide_by_limbs(dest, number, power);
   const std::uint64_t remainder = power != 0 ? number.drop_digits(power) : 0;
   number.store(dest);
@@ -175,9 +169,9 @@ inline void multiply(unsigned char *dest, const unsigned char *src, unsigned pow
     std::memset(dest, 0, N);
     return;
   }
-  Limbs<N> number(src);
-  if (!number.in_range()) [[unlikely]]
+  if (!wide::is_well_formed<N>(src)) [[unlikely]]
     return multiply_text<N>(dest, src, power);
+  Limbs<N> number(src);
   if (power >= kLimbDigits) return multiply_by_limbs(dest, number, power);
   number.add_digits(power);
   number.store(dest);

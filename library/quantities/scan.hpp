@@ -23,7 +23,8 @@ class ScannedDigits {
       const int wanted = decimals < room ? decimals : room;
       const char *end = copy_digits(fraction, static_cast<std::size_t>(wanted));
       missing -= static_cast<int>(end - fraction);
-      // The digit that finds the scratch full has been counted as a decimal already.
+      // A digit that finds the scratch full is turned away, but counts as a decimal: with a limit of 5
+      // "123.4567" and 6 decimals give 12345 and three zeros, for 4, 5 and 6 have been taken.
       if (end - fraction == room && missing > 0 && is_digit(*end)) --missing;
     }
     append_zeros(missing);

@@ -10,7 +10,6 @@
 #include "quantities/member.hpp"
 #include "quantities/operations.hpp"
 #include "quantities/scan.hpp"
-#include "quantities/slice.hpp"
 
 // Numbers of 21 to 50 digits in two or three binary limbs of 19 digits, the highest one shorter.
 // Limbs are converted and compared by the number services.
@@ -34,6 +33,39 @@ inline bool is_zero(const unsigned char *field) {
   return any == 0;
 }
 
+template <int N, int Limb = 0>
+inline bool is_well_formed(const unsigned char *field) {
+  bool holds = load_limb<N, Limb>(field) < digits::kPowerOfTen[kMember<N>.digits_of(Limb)];
+  if constexpr (Limb + 1 < kMember<N>.limbs) holds &= is_well_formed<N, Limb + 1>(field);
+  return holds;
+}
+
+// `count` characters of a text, 1 to 19, with a NUL of their own, as the number services want them.
+// Written in one piece of 32 bytes, so that a service that reads as many finds them at once.
+class LimbText {
+ public:
+  LimbText(const char *from, unsigned count) {
+    if (bytes::same_page(from, sizeof(Piece))) [[likely]] {
+      // Hidden from the compiler, which may know how little of the page the text fills.
+      __asm__("" : "+r"(from));
+      Piece keep;
+      std::memcpy(&characters_, from, sizeof characters_);
+      std::memcpy(&keep, reinterpret_cast<const char *>(kKeep + 4) - count, sizeof keep);
+      characters_ &= keep;
+    } else {
+      characters_ = Piece{};
+      std::memcpy(&characters_, from, count);
+    }
+  }
+  const char *text() const { return reinterpret_cast<const char *>(&characters_); }
+
+ private:
+  using Piece [[gnu::vector_size(32)]] = std::uint64_t;
+  // Read n bytes in front of its fifth word, it keeps the first n bytes.
+  static constexpr std::uint64_t kKeep[8] = {~0ull, ~0ull, ~0ull, ~0ull, 0, 0, 0, 0};
+  Piece characters_;
+};
+
 // Fills the limbs from this one up with the `rest` characters left of `end`, the lower limbs'
 // characters being behind it.
 template <int N, int Limb>
@@ -41,11 +73,11 @@ inline void fill_limbs(unsigned char *field, const char *end, std::size_t rest) 
   constexpr unsigned room = kMember<N>.digits_of(Limb);
   unsigned char *limb = field + kLimbBytes * Limb;
   if (rest < room) {
-    const Slice slice(end - rest, static_cast<unsigned>(rest));
-    kServiceOf<N, Limb>.from_text(limb, slice.text());
+    const LimbText characters(end - rest, static_cast<unsigned>(rest));
+    kServiceOf<N, Limb>.from_text(limb, characters.text());
   } else {
-    const Slice slice(end - room, room);
-    kServiceOf<N, Limb>.from_text(limb, slice.text());
+    const LimbText characters(end - room, room);
+    kServiceOf<N, Limb>.from_text(limb, characters.text());
   }
   if constexpr (Limb + 1 < kMember<N>.limbs) {
     if (rest > room) return fill_limbs<N, Limb + 1>(field, end - room, rest - room);
@@ -68,7 +100,7 @@ inline int from_text(unsigned char *dest, const char *text, std::size_t length) 
 
 template <int N>
 inline int from_text(unsigned char *dest, const char *text) {
-  return from_text<N>(dest, text, text_length(text));
+  return from_text<N>(dest, text, std::strlen(text));
 }
 
 template <int N>

@@ -13,6 +13,10 @@ inline int compare(int width, const unsigned char *a, const unsigned char *b) {
   return is_valid(width) ? kOperations[width].compare(a, b) : -1;
 }
 
+inline int well_formed(int width, const unsigned char *src) {
+  return is_valid(width) ? kOperations[width].well_formed(src) : 0;
+}
+
 inline int from_text(unsigned char *dest, int width, const char *text) {
   if (!is_valid(width)) return 0;
   kOperations[width].from_text(dest, text);

@@ -75,12 +75,10 @@ namespace dates {
 
 namespace {
 
-constexpr std::uint32_t kPackedBit = 0x800000;
-constexpr std::uint32_t kGreatestDecimal = 999999;
 constexpr int kGreatestYear = 4095;
 
-std::uint32_t number_of(const unsigned char *field) {
-  return field[0] | std::uint32_t{field[1]} << 8 | std::uint32_t{field[2]} << 16;
+bool is_packed(const unsigned char *field) {
+  return DATAC_formato_de(field) == DATAC_FORMATO_COMPACTO;
 }
 
 struct Parts {
@@ -127,11 +125,9 @@ const char *kept(const unsigned char *field, const Parts &d, bool with_century) 
 }  // namespace
 
 char *put(char *out, const unsigned char *field, const Params &p) {
-  const std::uint32_t number = number_of(field);
-  const bool packed = (number & kPackedBit) != 0;
-  const bool empty = p.encoding == DateEncoding::kPacked ? number == kPackedBit : number == 0;
-  if (empty) return out;
-  const bool two = p.encoding == DateEncoding::kBoth && !packed;
+  const bool zero = DATAC_nao_zero(field) == 0;
+  if (zero && is_packed(field) == (p.encoding == DateEncoding::kPacked)) return out;
+  const bool two = p.encoding == DateEncoding::kBoth && !is_packed(field);
   if (p.pattern->brazilian && !two) {
     DATAC_edita4(out, field);
     return out + DATAC_EDITA4_TEXT_SIZE - 1;
@@ -157,7 +153,7 @@ const char *take_packed(unsigned char *field, Parts d, bool century) {
   const bool never = repeated(d) && (!century || d.year == d.day * 101);
   if (!century && !never) d.year = CRONOBASE_ano_com_quatro(d.year);
   DATAC_fmt_monta(field, 1, d.day, d.month, never ? d.day : d.year);
-  const bool whole = number_of(field) != kPackedBit && d.year <= kGreatestYear;
+  const bool whole = DATAC_nao_zero(field) != 0 && d.year <= kGreatestYear;
   const bool zero = d.day == 0 && d.month == 0 && d.year == 0;
   return whole || never || zero ? nullptr : kept(field, d, true);
 }
@@ -183,16 +179,17 @@ const char *take(unsigned char *field, std::string_view text, const Params &p) {
 }
 
 const char *fault(const unsigned char *field, const Params &p) {
-  const std::uint32_t number = number_of(field);
-  const bool packed = (number & kPackedBit) != 0;
+  const bool packed = is_packed(field);
+  const bool well_formed = DATAC_bem_formado(field) != 0;
   if ((p.encoding == DateEncoding::kPacked && !packed) ||
       (p.encoding == DateEncoding::kDecimal && packed)) {
     return "stored in the other encoding";
   }
-  if (!packed && number > kGreatestDecimal) return "digits past those of a date";
+  if (!packed && !well_formed) return "digits past those of a date";
   const Parts d = {DATAC_dia(field), DATAC_mes(field), DATAC_ano1(field)};
-  if (DATAC_nao_zero(field) == 0 || DATAC_valida(field) != 0 || repeated(d)) return nullptr;
-  return "a date that does not exist";
+  if (DATAC_nao_zero(field) != 0 && DATAC_valida(field) == 0 && !repeated(d))
+    return "a date that does not exist";
+  return well_formed ? nullptr : "bits that no date has";
 }
 
 }  // namespace dates

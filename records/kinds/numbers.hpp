@@ -84,13 +84,9 @@ inline std::uint64_t limb(const unsigned char *field, int bytes) {
   return value;
 }
 
-template <int Bytes>
+template <auto WellFormed>
 const char *limb_fault(const unsigned char *field, const Params &) {
-  for (int at = 0; at < Bytes; at += 8) {
-    const int width = std::min(8, Bytes - at);
-    if (limb(field + at, width) >= power_of_ten(sure_digits(width))) return "digits past a limb";
-  }
-  return nullptr;
+  return WellFormed(field) != 0 ? nullptr : "digits past a limb";
 }
 
 template <auto Compare>
@@ -131,11 +127,11 @@ constexpr FieldType binary(const char *name) {
   return type;
 }
 
-template <int Bytes, auto FromText, auto ToText, auto Compare>
+template <int Bytes, auto FromText, auto ToText, auto Compare, auto WellFormed>
 constexpr FieldType quantity(const char *name) {
   FieldType type = binary<Bytes, FromText, ToText, Compare>(name);
   type.family = "wide quantity";
-  type.fault = limb_fault<Bytes>;
+  type.fault = limb_fault<WellFormed>;
   return type;
 }
 

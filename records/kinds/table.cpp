@@ -55,19 +55,32 @@ constexpr FieldType kTypes[] = {
     numbers::binary<6, _ato6fixo, _6toafixo, BIN6_compara>("BIN6"),
     numbers::binary<7, _ato7fixo, _7toafixo, BIN7_compara>("BIN7"),
     numbers::binary<8, _ato8fixo, _8toafixo, BIN8_compara>("BIN8"),
-    numbers::quantity<9, BINQ9_atob_fixo, BINQ9_btoafixo, BINQ9_compara>("BINQ9"),
-    numbers::quantity<10, BINQ10_atob_fixo, BINQ10_btoafixo, BINQ10_compara>("BINQ10"),
-    numbers::quantity<11, BINQ11_atob_fixo, BINQ11_btoafixo, BINQ11_compara>("BINQ11"),
-    numbers::quantity<12, BINQ12_atob_fixo, BINQ12_btoafixo, BINQ12_compara>("BINQ12"),
-    numbers::quantity<13, BINQ13_atob_fixo, BINQ13_btoafixo, BINQ13_compara>("BINQ13"),
-    numbers::quantity<14, BINQ14_atob_fixo, BINQ14_btoafixo, BINQ14_compara>("BINQ14"),
-    numbers::quantity<15, BINQ15_atob_fixo, BINQ15_btoafixo, BINQ15_compara>("BINQ15"),
-    numbers::quantity<16, BINQ16_atob_fixo, BINQ16_btoafixo, BINQ16_compara>("BINQ16"),
-    numbers::quantity<17, BINQ17_atob_fixo, BINQ17_btoafixo, BINQ17_compara>("BINQ17"),
-    numbers::quantity<18, BINQ18_atob_fixo, BINQ18_btoafixo, BINQ18_compara>("BINQ18"),
-    numbers::quantity<19, BINQ19_atob_fixo, BINQ19_btoafixo, BINQ19_compara>("BINQ19"),
-    numbers::quantity<20, BINQ20_atob_fixo, BINQ20_btoafixo, BINQ20_compara>("BINQ20"),
-    numbers::quantity<21, BINQ21_atob_fixo, BINQ21_btoafixo, BINQ21_compara>("BINQ21"),
+    numbers::quantity<9, BINQ9_atob_fixo, BINQ9_btoafixo, BINQ9_compara, BINQ9_bem_formado>(
+        "BINQ9"),
+    numbers::quantity<10, BINQ10_atob_fixo, BINQ10_btoafixo, BINQ10_compara, BINQ10_bem_formado>(
+        "BINQ10"),
+    numbers::quantity<11, BINQ11_atob_fixo, BINQ11_btoafixo, BINQ11_compara, BINQ11_bem_formado>(
+        "BINQ11"),
+    numbers::quantity<12, BINQ12_atob_fixo, BINQ12_btoafixo, BINQ12_compara, BINQ12_bem_formado>(
+        "BINQ12"),
+    numbers::quantity<13, BINQ13_atob_fixo, BINQ13_btoafixo, BINQ13_compara, BINQ13_bem_formado>(
+        "BINQ13"),
+    numbers::quantity<14, BINQ14_atob_fixo, BINQ14_btoafixo, BINQ14_compara, BINQ14_bem_formado>(
+        "BINQ14"),
+    numbers::quantity<15, BINQ15_atob_fixo, BINQ15_btoafixo, BINQ15_compara, BINQ15_bem_formado>(
+        "BINQ15"),
+    numbers::quantity<16, BINQ16_atob_fixo, BINQ16_btoafixo, BINQ16_compara, BINQ16_bem_formado>(
+        "BINQ16"),
+    numbers::quantity<17, BINQ17_atob_fixo, BINQ17_btoafixo, BINQ17_compara, BINQ17_bem_formado>(
+        "BINQ17"),
+    numbers::quantity<18, BINQ18_atob_fixo, BINQ18_btoafixo, BINQ18_compara, BINQ18_bem_formado>(
+        "BINQ18"),
+    numbers::quantity<19, BINQ19_atob_fixo, BINQ19_btoafixo, BINQ19_compara, BINQ19_bem_formado>(
+        "BINQ19"),
+    numbers::quantity<20, BINQ20_atob_fixo, BINQ20_btoafixo, BINQ20_compara, BINQ20_bem_formado>(
+        "BINQ20"),
+    numbers::quantity<21, BINQ21_atob_fixo, BINQ21_btoafixo, BINQ21_compara, BINQ21_bem_formado>(
+        "BINQ21"),
     money::percent<1, 0, _ato1fixo, PORC0_edita, BIN1_compara>("PORC0"),
     money::percent<2, 1, _ato2fixo, PORC1_edita, BIN2_compara>("PORC1"),
     money::percent<2, 2, _ato2fixo, PORC2_edita, BIN2_compara>("PORC2"),

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <campotipo/percent.h>
-
+#include <cinttypes>
+#include <cstdio>
 #include <cstring>
-#include <ostream>
-#include <string>
 
-#include "tests/reference/rounding.hpp"
+#include "tests/members/percent.hpp"
 
 // The operations held against the reference, for the tests and the fuzzer: each check is true when
 // they agree on one input. `field` is room for a stored percent of the family.
@@ -15,54 +13,14 @@ namespace campotipo::test {
 using reference::Rule;
 using reference::wide;
 
-struct Family {
-  const char *name;
-  reference::Percent kind;
-  void (*multiply[3])(QUANTIA *, const QUANTIA *, const unsigned char *);
-  void (*multiply_v4[3])(PARCELA *, const PARCELA *, const unsigned char *, int);
-  void (*search[3])(QUANTIA *, const QUANTIA *, const unsigned char *);
-  void (*divide)(unsigned char *, const QUANTIA *, const QUANTIA *);
-  void (*divide_v4)(unsigned char *, const PARCELA *, const PARCELA *);
-  void (*invert)(unsigned char *, const unsigned char *);
-  char *(*edit[2])(char *, const unsigned char *);  // all decimals, exact
-
-  friend std::ostream &operator<<(std::ostream &out, const Family &family) {
-    return out << family.name;
-  }
-};
-
-// clang-format off
-inline constexpr Family kFamilies[] = {
-    {"PORC0", {0, PORC0_BYTES, PORC0_CEM},
-     {PORC0_multiplica, PORC0_multipl_arred, PORC0_multipl_arr_nbr},
-     {PORC0_v4_multiplica, PORC0_v4_multipl_arred, PORC0_v4_multipl_arr_nbr},
-     {PORC0_inv_multiplica, PORC0_inv_multipl_arred, PORC0_inv_multipl_arr_nbr},
-     PORC0_divide, PORC0_v4_divide, PORC0_inverte, {PORC0_edita, PORC0_edita}},
-    {"PORC1", {1, PORC1_BYTES, PORC1_CEM},
-     {PORC1_multiplica, PORC1_multipl_arred, PORC1_multipl_arr_nbr},
-     {PORC1_v4_multiplica, PORC1_v4_multipl_arred, PORC1_v4_multipl_arr_nbr},
-     {PORC1_inv_multiplica, PORC1_inv_multipl_arred, PORC1_inv_multipl_arr_nbr},
-     PORC1_divide, PORC1_v4_divide, PORC1_inverte, {PORC1_edita, PORC1_edita_exato}},
-    {"PORC2", {2, PORC2_BYTES, PORC2_CEM},
-     {PORC2_multiplica, PORC2_multipl_arred, PORC2_multipl_arr_nbr},
-     {PORC2_v4_multiplica, PORC2_v4_multipl_arred, PORC2_v4_multipl_arr_nbr},
-     {PORC2_inv_multiplica, PORC2_inv_multipl_arred, PORC2_inv_multipl_arr_nbr},
-     PORC2_divide, PORC2_v4_divide, PORC2_inverte, {PORC2_edita, PORC2_edita_exato}},
-    {"PORC4", {4, PORC4_BYTES, PORC4_CEM},
-     {PORC4_multiplica, PORC4_multipl_arred, PORC4_multipl_arr_nbr},
-     {PORC4_v4_multiplica, PORC4_v4_multipl_arred, PORC4_v4_multipl_arr_nbr},
-     {PORC4_inv_multiplica, PORC4_inv_multipl_arred, PORC4_inv_multipl_arr_nbr},
-     PORC4_divide, PORC4_v4_divide, PORC4_inverte, {PORC4_edita, PORC4_edita_exato}},
-};
-// clang-format on
-
 // Amounts are made and read as applications do, through the services alone.
 inline QUANTIA quantia(std::int64_t units) {
   QUANTIA value;
-  std::string text = std::to_string(units);
-  const std::size_t sign = units < 0;
-  if (text.size() < sign + 2) text.insert(sign, sign + 2 - text.size(), '0');
-  _QUANTIA_atov(&value, text.insert(text.size() - 2, 1, '.').c_str());
+  char text[QUANTIA_TEXT_SIZE];
+  const auto size = units < 0 ? 0 - static_cast<std::uint64_t>(units) : std::uint64_t(units);
+  std::snprintf(text, sizeof text, "%s%" PRIu64 ".%02u", units < 0 ? "-" : "", size / 100,
+                static_cast<unsigned>(size % 100));
+  _QUANTIA_atov(&value, text);
   return value;
 }
 inline PARCELA parcela(std::int64_t units) {

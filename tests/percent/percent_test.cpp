@@ -112,22 +112,4 @@ TEST(Percent, PlainFormsDecideOnFewerDigits) {
   EXPECT_EQ(test::units(part), 1);
 }
 
-TEST(Percent, ExampleOfTheManual) {
-  unsigned char rate[PORC2_BYTES] = {0xE2, 0x04};
-  QUANTIA amount, tax, base;
-  char text[QUANTIA_TEXT_SIZE];
-  _QUANTIA_atov(&amount, "1234.60");
-  PORC2_multiplica(&tax, &amount, rate);
-  EXPECT_STREQ(_QUANTIA_vtoa(text, &tax), "154.32");
-  PORC2_multipl_arred(&tax, &amount, rate);
-  EXPECT_STREQ(_QUANTIA_vtoa(text, &tax), "154.33");
-  PORC2_multipl_arr_nbr(&tax, &amount, rate);
-  EXPECT_STREQ(_QUANTIA_vtoa(text, &tax), "154.32");
-  PORC2_inv_multipl_arr_nbr(&base, &tax, rate);
-  EXPECT_STREQ(_QUANTIA_vtoa(text, &base), "1234.52");
-  char percent[PORC2_TEXT_SIZE];
-  EXPECT_STREQ(PORC2_edita(percent, rate), "12.50%");
-  EXPECT_STREQ(PORC2_edita_exato(percent, rate), "12.5%");
-}
-
 }  // namespace

@@ -67,12 +67,4 @@ TEST_F(RoundingTest, HoldsFarOutOfRangeAndAtBothEndsOfInt) {
   }
 }
 
-TEST_F(RoundingTest, ExampleOfTheManual) {
-  PARCELA value = test::parcela(12345000), same = value;
-  ARRED_v4_nbr(&value, 2, 2);
-  EXPECT_EQ(test::units(value), 123400);
-  ARRED_v4_5sobe(&same, 2, 2);
-  EXPECT_EQ(test::units(same), 123500);
-}
-
 }  // namespace

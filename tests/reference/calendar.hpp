@@ -68,6 +68,14 @@ inline bool valid(std::uint32_t n) {
   return date.day >= 1 && date.day <= days_in_month(date.month, date.year);
 }
 
+// Whether one of the encodings has this form, bit by bit.
+inline bool well_formed(std::uint32_t n) {
+  if (!packed(n)) return n < 1000000;
+  const std::uint32_t low = n & 0x7FFFFF;
+  const bool repeated = low >= 0x200002 && low <= 0x200009;
+  return low == 0 || repeated || (low < 0x200000 && valid(n));
+}
+
 inline int compare(std::uint32_t a, std::uint32_t b) {
   const Ymd l = read(a), r = read(b);
   if (l.year != r.year) return l.year < r.year ? -1 : 1;
@@ -117,8 +125,6 @@ inline std::int64_t count_since(const Ymd &date, std::int32_t base) {
     count += days_in_month(month, std::int64_t{date.year} - base);
   return count;
 }
-
-inline std::int64_t count(const Ymd &date) { return count_since(date, 1980); }
 
 // Four years are always 1461 days, so that far counts and steps are walked from a near one.
 inline std::int32_t add_wrapping(std::int32_t year, std::int64_t years) {

@@ -23,12 +23,21 @@ struct Shape {
   int scan_limit;
 };
 
+// As many digits as every number of them fits the bytes: 10^digits is at most 256^bytes.
+inline int digits_of(int bytes) {
+  long double room = 1;
+  for (int i = 0; i < bytes; ++i) room *= 256;
+  int digits = 0;
+  for (; room >= 10; room /= 10) ++digits;
+  return digits;
+}
+
 inline Shape shape(int width) {
-  constexpr int digits[] = {0, 2, 4, 7, 9, 12, 14, 16, 19};
   const int limbs = (width + 7) / 8;
   const int high_bytes = width - 8 * (limbs - 1);
-  const int capacity = 19 * (limbs - 1) + digits[high_bytes];
-  return {width, capacity, limbs, high_bytes, digits[high_bytes], limbs == 2 ? 49 : capacity + 19};
+  const int capacity = digits_of(8) * (limbs - 1) + digits_of(high_bytes);
+  const int scan_limit = limbs == 2 ? 49 : capacity + digits_of(8);
+  return {width, capacity, limbs, high_bytes, digits_of(high_bytes), scan_limit};
 }
 
 inline bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }

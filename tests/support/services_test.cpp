@@ -208,19 +208,6 @@ TEST(Calendar, BreaksDownLocalTime) {
   EXPECT_EQ(local.tm_mday, 0);
 }
 
-TEST(SupportManual, Examples) {
-  QUANTIA price;
-  char text[QUANTIA_TEXT_SIZE];
-  _QUANTIA_atov(&price, "1234.5");
-  EXPECT_STREQ(_QUANTIA_vtoa(text, &price), "1234.50");
-  LINHAFLEX line = nullptr;
-  ASSERT_EQ(LINHAFLEX_cria(&line), 0);
-  LINHAFLEX_printf(line, "%d of ", 3);
-  LINHAFLEX_printf(line, "%d", 7);
-  EXPECT_STREQ(LINHAFLEX_str(line), "3 of 7");
-  LINHAFLEX_destroi(line);
-}
-
 TEST(GrowableText, GrowsToAnyLength) {
   LINHAFLEX line = nullptr;
   ASSERT_EQ(LINHAFLEX_cria(&line), 0);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "tests/members/numeric.hpp"
 #include "tests/percent/agreement.hpp"
 #include "tests/util/random.hpp"
 
@@ -54,19 +55,10 @@ struct Sample {
 using ToField = int (*)(unsigned char *, const char *);
 using ToText = char *(*)(char *, const unsigned char *);
 using Compare = int (*)(const unsigned char *, const unsigned char *);
-using Scale = void (*)(unsigned char *, const unsigned char *, unsigned);
 
 inline void numbers(Sample *s) {
-  constexpr struct {
-    ToField to_field;
-    ToText to_text;
-    Compare compare;
-  } kMembers[] = {{_ato1, _1toa, BIN1_compara}, {_ato2, _2toa, BIN2_compara},
-                  {_ato3, _3toa, BIN3_compara}, {_ato4, _4toa, BIN4_compara},
-                  {_ato5, _5toa, BIN5_compara}, {_ato6, _6toa, BIN6_compara},
-                  {_ato7, _7toa, BIN7_compara}, {_ato8, _8toa, BIN8_compara}};
-  for (const auto &member : kMembers) {
-    s->keep(member.to_field(s->dest(), s->text));
+  for (const Numeric &member : kBinaries) {
+    s->keep(member.from_text(s->dest(), s->text));
     s->keep(member.to_text(s->out, s->field));
     s->keep(member.compare(s->field, s->a));
   }
@@ -78,29 +70,12 @@ inline void numbers(Sample *s) {
 }
 
 inline void quantities(Sample *s) {
-  constexpr struct {
-    ToField to_field;
-    ToText to_text;
-    Compare compare;
-    Scale multiply;
-  } kMembers[] = {{BINQ9_atob, BINQ9_btoa, BINQ9_compara, nullptr},
-                  {BINQ10_atob, BINQ10_btoa, BINQ10_compara, nullptr},
-                  {BINQ11_atob, BINQ11_btoa, BINQ11_compara, nullptr},
-                  {BINQ12_atob, BINQ12_btoa, BINQ12_compara, nullptr},
-                  {BINQ13_atob, BINQ13_btoa, BINQ13_compara, nullptr},
-                  {BINQ14_atob, BINQ14_btoa, BINQ14_compara, nullptr},
-                  {BINQ15_atob, BINQ15_btoa, BINQ15_compara, nullptr},
-                  {BINQ16_atob, BINQ16_btoa, BINQ16_compara, BINQ16_mul_por_potencia_de_dez},
-                  {BINQ17_atob, BINQ17_btoa, BINQ17_compara, BINQ17_mul_por_potencia_de_dez},
-                  {BINQ18_atob, BINQ18_btoa, BINQ18_compara, BINQ18_mul_por_potencia_de_dez},
-                  {BINQ19_atob, BINQ19_btoa, BINQ19_compara, BINQ19_mul_por_potencia_de_dez},
-                  {BINQ20_atob, BINQ20_btoa, BINQ20_compara, BINQ20_mul_por_potencia_de_dez},
-                  {BINQ21_atob, BINQ21_btoa, BINQ21_compara, BINQ21_mul_por_potencia_de_dez}};
-  for (const auto &member : kMembers) {
-    s->keep(member.to_field(s->dest(), s->text));
+  for (const Numeric &member : kQuantities) {
+    s->keep(member.from_text(s->dest(), s->text));
     s->keep(member.to_text(s->out, s->field));
     s->keep(member.compare(s->field, s->a));
-    if (member.multiply != nullptr) member.multiply(s->field, s->field, s->a[0] % 20u);
+    if (member.bytes >= kFirstScaled) member.scaling.multiply(s->field, s->field, s->a[0] % 20u);
+    s->keep(member.well_formed(s->field));
     s->keep_field();
   }
   for (int width = 0; width < 23; ++width) {

@@ -117,6 +117,17 @@ CAMPOTIPO_API int DATAC_nao_zero(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int DATAC_valida(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * DATAC_formato_de: encoding that the date is stored in, DATAC_FORMATO_DECIMAL or
+ * DATAC_FORMATO_COMPACTO.
+ *
+ * DATAC_bem_formado: 1 if the stored form is one that its encoding has, else 0. Decimal: six digits,
+ * whatever they are, N to 999999. Packed: a date that exists, the zero date or repeated digits, with
+ * all other bits clear.
+ */
+CAMPOTIPO_API int32_t DATAC_formato_de(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int DATAC_bem_formado(const unsigned char *date) CAMPOTIPO_NOEXCEPT;
+
+/*
  * DATAC_compara: -1, 0 or 1 as a is earlier than, the same as or later than b, by the year, month
  * and day that the accessors read, whatever the encodings: the zero dates are equal, and earlier
  * than every date of a year above 0.
@@ -362,9 +373,14 @@ CAMPOTIPO_API void DATAC_ultimo_ddmm(unsigned char *out, const unsigned char *re
 /* Flag of HHMMSS_edita_sep: no seconds. */
 #define HHMMSS_EDITA_HHMM 1
 
-/* HORAC_valida, HHMMSS_valida: 1 for a time from 00:00 to 23:59 (23:59:59), else 0. */
+/*
+ * HORAC_valida, HHMMSS_valida: 1 for a time from 00:00 to 23:59 (23:59:59), else 0.
+ * HORAC_bem_formado, HHMMSS_bem_formado: the same, since a time has one stored form.
+ */
 CAMPOTIPO_API int HORAC_valida(const unsigned char *field) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int HHMMSS_valida(const unsigned char *field) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int HORAC_bem_formado(const unsigned char *field) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int HHMMSS_bem_formado(const unsigned char *field) CAMPOTIPO_NOEXCEPT;
 
 /*
  * HORAC_edita_sep, HHMMSS_edita_sep: text with a separator. HORAC_edita, HHMMSS_edita: with ":".

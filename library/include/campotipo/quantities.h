@@ -252,6 +252,26 @@ CAMPOTIPO_API char *BINQ20_btoa(char *text, const unsigned char *src) CAMPOTIPO_
 CAMPOTIPO_API char *BINQ21_btoa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * BINQn_bem_formado: 1 if every limb is within its greatest value, so that the field is one that
+ * these operations write; else 0, for a field that is damaged or is none.
+ *
+ * src   n bytes
+ */
+CAMPOTIPO_API int BINQ9_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ10_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ11_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ12_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ13_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ14_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ15_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ16_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ17_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ18_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ19_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ20_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BINQ21_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+
+/*
  * BINQn_compara: -1, 0 or 1 as a is less than, equal to or greater than b. The limbs are held
  * against each other as binary numbers, high limb first; the result is that of the first
  * BINN_compara that finds a difference.
@@ -407,6 +427,15 @@ CAMPOTIPO_API void BINQ21_mul_por_100(unsigned char *dest,
  * shows it. Out of range: 1.
  */
 CAMPOTIPO_API int ZBINARIO_max_digitos_decimais(int width) CAMPOTIPO_NOEXCEPT;
+
+/*
+ * ZBINARIO_bem_formado: BINQn_bem_formado; 1 for a width of 1 to 8, where every field is a number.
+ *
+ * src   width bytes
+ *
+ * Result: 1 or 0. Out of range: 0, and src is not read.
+ */
+CAMPOTIPO_API int ZBINARIO_bem_formado(int width, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 
 /*
  * ZBINARIO_compara: BINN_compara or BINQn_compara of two fields of the same width.
