@@ -50,7 +50,7 @@ void Examiner::add(const RecordBlock &block) {
 std::string Examiner::summary() const {
   std::string text =
       file_ + ": " + std::to_string(records_) + " records of " + layout_->name + ", ";
-  if (findings_.empty()) return text + "every value well formed";
+  if (findings_.empty()) return text + "every value valid";
   return text + std::to_string(findings_.total()) +
          (findings_.total() == 1 ? " finding" : " findings");
 }

@@ -13,7 +13,7 @@ namespace campotipo::tool {
 // Name of a field in a report: with the kind of its record where there are several.
 std::string field_label(const Layout &layout, const RecordType &type, const Field &field);
 
-// One value that is not well formed, or one place where the file does not follow its layout.
+// One invalid value, or one place where the file does not follow its layout.
 struct Finding {
   const RecordType *type = nullptr;  // null: the file itself
   std::string field;                 // its label
@@ -24,7 +24,7 @@ struct Finding {
   std::string json(const std::string &file) const;
 };
 
-// Reads every record and counts, field by field, the values that are not well formed.
+// Reads every record and counts, field by field, the invalid values.
 class Examiner {
  public:
   Examiner(const Layout &layout, std::string file) : layout_(&layout), file_(std::move(file)) {}

@@ -9,7 +9,7 @@
 #include "kinds/numbers.hpp"
 #include "kinds/type.hpp"
 
-// Bit areas, GUIDs and bytes that belong to nobody.
+// Bit areas, GUIDs and unused bytes.
 namespace campotipo::tool::bits {
 
 // A part of a bit area is shown as a number, which has at most so many bits.
@@ -120,7 +120,7 @@ constexpr FieldType guid(const char *name) {
 constexpr FieldType fill(const char *name) {
   FieldType type = {};
   type.name = name;
-  type.family = "bytes of nobody";
+  type.family = "unused bytes";
   type.unit = "bytes";
   type.form = "no column";
   type.sql = "";

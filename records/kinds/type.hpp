@@ -33,7 +33,7 @@ struct Params {
   DateEncoding encoding = DateEncoding::kBoth;
   std::shared_ptr<const DatePattern> pattern;
   std::shared_ptr<const Charset> charset;
-  std::string fill;  // the bytes that belong to nobody, `bytes` of them
+  std::string fill;  // the unused bytes, `bytes` of them
 };
 
 // The keys of a layout that a type reads, beside name, type, count, column and check.
@@ -102,7 +102,7 @@ std::span<const FieldType> field_types();
 // Null where no kind has the name.
 const FieldType *field_type(std::string_view name);
 
-// Parts of a bit area and bytes that belong to nobody are told apart from the rest of the kinds.
+// Parts of a bit area and unused bytes are told apart from the rest of the kinds.
 bool is_bit_area(const FieldType &type);
 bool is_fill(const FieldType &type);
 

@@ -67,7 +67,7 @@ void read_fill(TomlTable &table, Params &p) {
   const auto content = table.bytes("hex");
   const auto value = table.number("value", 0, 255);
   const auto bytes = table.number("bytes", 1, kMostBytes);
-  if (!content && !bytes) table.expected("bytes", "how many bytes belong to nobody");
+  if (!content && !bytes) table.expected("bytes", "how many unused bytes");
   if (content && (content->empty() || value)) table.expected("hex", "bytes, and no value beside");
   const std::string unit = content.value_or(std::string(1, static_cast<char>(value.value_or(0))));
   p.bytes = static_cast<int>(bytes.value_or(static_cast<std::int64_t>(unit.size())));

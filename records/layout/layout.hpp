@@ -43,7 +43,7 @@ struct Column {
 struct RecordType {
   std::string name;
   std::vector<Field> fields;  // those that have a text
-  std::vector<Field> fill;    // bytes that belong to nobody
+  std::vector<Field> fill;    // unused bytes
   std::vector<Column> columns;
   std::size_t bytes = 0;
   std::vector<std::string> when;  // stored forms of the selecting field; none: any other record

@@ -27,7 +27,7 @@ class RecordBuilder {
   };
 
   void add_list(const toml::array &fields, const TomlTable &owner, const Place &place, int depth);
-  // Gives the name, none for bytes that belong to nobody.
+  // Gives the name, none for unused bytes.
   std::string add(const toml::node &node, const TomlTable &owner, const Place &place, int depth);
   void add_once(const toml::node &node, const TomlTable &owner, const Place &place,
                 const std::string &name, int index, int depth);

@@ -169,7 +169,7 @@ done
 # Findings.
 head -c 20 good.dat > cut.dat
 cut="cut.dat: record 3, byte 16: incomplete record: the file ends 4 bytes into it"
-expect 0 "every value well formed" check pair.toml good.dat
+expect 0 "every value valid" check pair.toml good.dat
 expect 1 "record 3, byte 16" check pair.toml cut.dat
 expect 1 '"record":3,"byte":16' check pair.toml cut.dat --json
 printf 'ab\0\0\0\0xyz\1\2ab\0x\0\0' > spoilt.dat
@@ -378,13 +378,13 @@ fi
 # The layout that comes with the examples.
 expect 0 "513 records stored" load "$examples/bancos.toml" "$examples/data/bancos.csv" -o bancos.dat
 if grep -qv "field nome_reduzido\|records stored" err; then complain "another field is lossy"; fi
-expect 0 "every value well formed" check "$examples/bancos.toml" bancos.dat
+expect 0 "every value valid" check "$examples/bancos.toml" bancos.dat
 "$tool" dump "$examples/bancos.toml" bancos.dat --format csv |
   "$tool" load "$examples/bancos.toml" | cmp - bancos.dat || complain "bancos does not come back"
 columns=compe,ispb,cnpj,nome,tipo,inicio_operacao,inicio_pix
 "$tool" dump "$examples/bancos.toml" bancos.dat --format csv --lf --fields "$columns" > dumped.csv
 expect 0 'has no column "nome_reduzido"' load "$examples/bancos.toml" dumped.csv -o part.dat
-expect 0 "every value well formed" check "$examples/bancos.toml" part.dat
+expect 0 "every value valid" check "$examples/bancos.toml" part.dat
 cmp -s -n 170 part.dat bancos.dat || complain "the columns that are there are not all stored"
 
 exit $failed

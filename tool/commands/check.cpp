@@ -111,7 +111,7 @@ int check(const Request &request) {
 
 void add_check(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand(
-      "check", "Report the values that are not well formed; status 1 if there are any");
+      "check", "Report the invalid values and incomplete records; status 1 if there are any");
   auto request = std::make_shared<Request>();
   command->add_option("LAYOUT", request->layout, "The layout file")->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");

@@ -128,7 +128,8 @@ void add_dump(CLI::App &app, Action &action) {
   auto request = std::make_shared<Request>();
   command->add_option("LAYOUT", request->layout, "The layout file")->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");
-  command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");
+  command->add_option("-o,--output", request->out,
+                      "Write to this file, which appears when complete");
   command->add_option("--format", request->format, "table, csv (RFC 4180) or ndjson")
       ->check(CLI::IsMember({"table", "csv", "ndjson"}))
       ->capture_default_str();

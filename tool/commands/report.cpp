@@ -96,7 +96,8 @@ void add_report(CLI::App &app, Action &action) {
   command->add_option("FILE", request->file, "The file of records: no pipe, it is read twice")
       ->required()
       ->check(CLI::ExistingFile);
-  command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");
+  command->add_option("-o,--output", request->out,
+                      "Write to this file, which appears when complete");
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return run(*request); }; });
 }

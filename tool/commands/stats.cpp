@@ -20,7 +20,9 @@ namespace {
 constexpr const char *kExample =
     "Examples:\n"
     "  campotipo stats bancos.toml bancos.dat\n"
-    "  campotipo stats bancos.toml bancos.dat --json";
+    "  campotipo stats bancos.toml bancos.dat --json\n\n"
+    "Above 8192 distinct values their number is an estimate, marked with ~: its standard error is\n"
+    "0.8%, so it is within 2.5% but for 3 fields in 1000, and never above the number of values.";
 
 struct Request {
   std::string layout;

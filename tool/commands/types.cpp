@@ -11,8 +11,8 @@ namespace {
 
 constexpr const char *kExample = "Example:\n  campotipo types";
 
-std::string told(int number, const char *unit) {
-  return number == 0 ? std::string("told") : std::to_string(number) + " " + unit;
+std::string size(int number, const char *unit) {
+  return number == 0 ? std::string("variable") : std::to_string(number) + " " + unit;
 }
 
 std::string keys(const FieldType &type) {
@@ -36,7 +36,7 @@ int types() {
   Output output("");
   AlignedTable table({{"type"}, {"kind"}, {"bytes", true}, {"holds"}, {"text"}, {"keys"}}, output);
   for (const FieldType &type : field_types()) {
-    table.add({type.name, type.family, told(type.bytes, ""), told(type.count, type.unit), type.form,
+    table.add({type.name, type.family, size(type.bytes, ""), size(type.count, type.unit), type.form,
                keys(type)});
   }
   table.finish();

@@ -34,14 +34,14 @@ std::string tiles(const Report &report) {
   const std::uint64_t findings = report.examiner->findings().total();
   return "<div class=\"tiles\">\n" + tile(grouped(report.examiner->records()), "records", "") +
          tile(grouped(report.bytes), "bytes", "") + tile(grouped(fields), "fields", "") +
-         (findings == 0 ? tile("0", "findings: every value is well formed", "good")
+         (findings == 0 ? tile("0", "invalid values", "good")
                         : tile(grouped(findings), "findings", "bad")) +
          "</div>\n";
 }
 
 std::string findings(const Report &report) {
   const Tally &tally = report.examiner->findings();
-  if (tally.empty()) return "<p>Every value of every record is well formed.</p>\n";
+  if (tally.empty()) return "<p>Every value of every record is valid.</p>\n";
   std::string rows;
   for (const Tally::Line &line : tally.lines()) {
     std::string places;
