@@ -106,18 +106,18 @@ Output::~Output() {
 }
 
 void Output::write(std::string_view bytes) {
-  if (terminal_) return write_coloured(printable_lines(bytes));
-  write_coloured(bytes);
+  if (!terminal_) return write_coloured(bytes);
+  write_coloured(printable_lines(bytes));
 }
 
 void Output::write_coloured(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t put = ::write(fd_, text.data(), text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const ssize_t put = ::write(fd_, &text[at], text.size() - at);
     if (put < 0) {
       if (errno == EINTR) continue;
       fail(errno);
     }
-    text.remove_prefix(static_cast<std::size_t>(put));
+    at += static_cast<std::size_t>(put);
   }
 }
 
