@@ -22,7 +22,7 @@ for_prefix() {
   until [ -e "$place" ]; do place=$(dirname "$place"); done
   as=(env)
   [ -w "$place" ] || as=(sudo)
-  command -v "${as[0]}" > /dev/null || die "$place cannot be written, and there is no sudo"
+  command -v "${as[0]}" > /dev/null || die "$place cannot be written and there is no sudo: give a PREFIX of your own"
 }
 
 # need PACKAGE...: installs those Debian packages that are not there yet.
