@@ -164,7 +164,7 @@ const char *take(unsigned char *field, std::string_view text, const Params &p) {
     if (packed) DATAC_fmt_monta(field, 1, 0, 0, 0);
     return nullptr;
   }
-  unsigned char digits[DatePattern::kDigits];
+  unsigned char digits[DatePattern::kDigits] = {};
   bool century = p.pattern->has_century;
   if (!century || !read_form(p.pattern->full, text, digits)) {
     if (!read_form(p.pattern->two_digits, text, digits)) return "is no date of the form told";

@@ -1,0 +1,286 @@
+"""Random layouts and files of records, with what a reader in Python knows of them."""
+
+import json
+import string
+
+FIRST = "aAbcdntvxzZé_$<'&" + "\x7f\u009b\u20ac"
+NAMES = ["restrict", "or", "class", "template", "int", "a*/", "x-1", "_hex", "a_hex", "ção", "record",
+         "%s", "\\n", "</svg>", "2", "'", "`", "fill"]
+CHARSETS = {"ISO-8859-1": "latin-1", "UTF-8": "utf-8", "CP850": "cp850", "windows-1252": "cp1252"}
+JOINS = [" ", "T", ";", "|", "_"]
+
+
+class Leaf:
+    """One value of a record: what the layout told of it, and where it lies."""
+
+    def __init__(self, **known):
+        self.__dict__.update(known)
+
+    def text(self, record):
+        """Its text by an independent reader; None where there is none or it is not well formed."""
+        field = record[self.offset:self.offset + self.bytes]
+        kind = self.type
+        if kind == "ZBTFIELD":
+            order = "big" if self.big else "little"
+            shift = 8 * self.bytes - self.start - self.bits if self.big else self.start
+            return str(int.from_bytes(field, order) >> shift & (1 << self.bits) - 1)
+        if kind.startswith("CODSTR"):
+            raw, _, rest = field.partition(b"\0")
+            try:
+                return None if rest.strip(b"\0") else raw.decode(CHARSETS[self.charset])
+            except UnicodeDecodeError:
+                return None
+        if kind.startswith("BIN") and not kind.startswith("BINQ"):
+            number = int.from_bytes(field, "little")
+        elif kind in ("QUANTIA", "PARCELA"):
+            number = int.from_bytes(field, "little", signed=True)
+        else:
+            return None
+        digits = str(abs(number)).rjust(self.decimals + 1, "0")
+        point = len(digits) - self.decimals
+        return "-" * (number < 0) + digits[:point] + "." * (self.decimals > 0) + digits[point:]
+
+
+class Kind:
+    def __init__(self, name):
+        self.name, self.leaves, self.fills, self.size, self.when = name, [], [], 0, []
+
+
+class Layout:
+    """A layout with its TOML text; `types` maps the name of a type to its bytes and keys."""
+
+    def __init__(self, random, types, parcela_decimals):
+        self.random, self.types, self.lines = random, types, []
+        self.line("name", "r" + self.name())
+        self.charset = random.choice(list(CHARSETS))
+        if random.random() < 0.5:
+            self.line("encoding", self.charset)
+        else:
+            self.charset = "ISO-8859-1"
+        self.parcela = parcela_decimals
+        self.line("parcela_decimals", parcela_decimals)
+        self.header, self.trailer = self.margin("header"), self.margin("trailer")
+        self.prefix = None
+        if random.random() < 0.3:
+            self.prefix = (random.choice([2, 3, 8]), random.choice(["little", "big"]),
+                           random.random() < 0.5)
+            self.lines.append('length = { bytes = %d, order = "%s", counts_itself = %s }' %
+                              (*self.prefix[:2], str(self.prefix[2]).lower()))
+        self.select = None
+        if random.random() < 0.65:
+            self.kinds = [Kind(None)]
+            self.fields(self.kinds[0], "field", (), "", 0, 0, 6)
+            if not self.kinds[0].leaves:
+                self.lines += ["[[field]]", 'name = "only"']
+                self.value(self.kinds[0], ("only",), "", random.choice(list(types)))
+        else:
+            self.several()
+        self.columns = list(dict.fromkeys(leaf.column for k in self.kinds for leaf in k.leaves))
+
+    toml = property(lambda self: "\n".join(self.lines) + "\n")
+
+    def line(self, key, value):
+        self.lines.append(f"{key} = {json.dumps(value, ensure_ascii=False)}".replace("\x7f", "\\u007f"))
+
+    def name(self):
+        random = self.random
+        if random.random() < 0.08:
+            return random.choice(NAMES)
+        return random.choice(FIRST if random.random() < 0.1 else string.ascii_lowercase) + "".join(
+            random.choices(string.ascii_lowercase + string.digits + "_", k=random.randint(2, 6)))
+
+    def margin(self, key):
+        if self.random.random() < 0.75:
+            return b""
+        content = self.random.randbytes(self.random.randint(1, 5))
+        if self.random.random() < 0.5:
+            self.line(key, len(content))
+        else:
+            self.lines.append('%s = { hex = "%s" }' % (key, content.hex()))
+        return content
+
+    def several(self):
+        random, select = self.random, "sel" + self.name()
+        self.line("select", select)
+        self.kinds = []
+        kind_of = random.choice(["BIN1", "BIN2", "CODSTR"])
+        values = random.sample(range(10, 90), 12)
+        lead = random.randint(0, 3)
+        count = random.randint(1, 4)
+        for number in range(count):
+            self.lines.append("[[record]]")
+            kind = Kind(f"{self.name()}{number}")
+            self.line("name", kind.name)
+            if number < count - 1 or random.random() < 0.5:
+                mine = [str(values.pop()) for _ in range(random.randint(1, 2))]
+                self.line("when", mine if len(mine) > 1 or random.random() < 0.5 else mine[0])
+                kind.when = [value.encode() if kind_of == "CODSTR" else
+                             int(value).to_bytes(int(kind_of[3]), "little") for value in mine]
+            if lead:
+                self.lines += ["[[record.field]]", 'type = "fill"', f"bytes = {lead}"]
+                kind.fills.append((0, bytes(lead)))
+                kind.size = lead
+            self.lines.append("[[record.field]]")
+            self.line("name", select)
+            self.value(kind, (select,), "", kind_of, 2)
+            self.fields(kind, "record.field", (), "", number > 0 and random.randint(0, 1), 0, 4)
+            self.kinds.append(kind)
+        first = self.kinds[0].leaves[0]
+        self.select, self.selects = first.path, slice(first.offset, first.offset + first.bytes)
+
+    def fields(self, kind, key, path, suffix, depth, least, most):
+        """Some fields; a group that repeats is told once and lies there as often."""
+        random = self.random
+        for _ in range(random.randint(least, most)):
+            name = self.name() + str(len(self.lines))
+            self.lines.append(f"[[{key}]]")
+            choice = random.random()
+            if choice < 0.1:
+                self.fill(kind)
+                continue
+            self.line("name", name)
+            places = [None]
+            if random.random() < 0.2:
+                places = list(range(random.randint(1, 3)))
+                self.line("count", len(places))
+            group = choice < 0.25 and depth < 3
+            told = random.choice(list(self.types))
+            begin, state = len(self.lines), random.getstate()
+            for place in places:
+                # Each place is made from the same random numbers, and its lines stand once.
+                del self.lines[begin:]
+                random.setstate(state)
+                inner = path + ((name,) if place is None else (name, place))
+                behind = suffix + ("" if place is None else f"_{place + 1}")
+                if group:
+                    self.fields(kind, key + ".field", inner, behind, depth + 1, 1, 3)
+                else:
+                    self.value(kind, inner, behind, told)
+
+    def fill(self, kind):
+        self.line("type", "fill")
+        content = self.random.randbytes(self.random.randint(1, 3))
+        if self.random.random() < 0.5:
+            self.line("hex", content.hex())
+        else:
+            content = content[:1] * self.random.randint(1, 4)
+            self.lines += [f"bytes = {len(content)}", f"value = {content[0]}"]
+        kind.fills.append((kind.size, content))
+        kind.size += len(content)
+
+    def value(self, kind, path, suffix, type_name, told_bytes=None):
+        random = self.random
+        size, keys = self.types[type_name]
+        self.line("type", type_name)
+        leaf = Leaf(path=path, type=type_name, offset=kind.size, bytes=size, decimals=0,
+                    charset=self.charset, options=False, column=".".join(map(str, path)), join=None)
+        if type_name.startswith("CODALFA") and "positions" in keys:
+            positions = random.randint(1, 60)
+            self.line("positions", positions)
+            leaf.bytes = (6 * positions + 7) // 8
+        elif "bytes" in keys:
+            leaf.bytes = told_bytes or random.randint(1, 30)
+            self.line("bytes", leaf.bytes)
+        if "decimals" in keys and told_bytes is None and random.random() < 0.4:
+            leaf.decimals = random.choice([1, 2, 5, 30])
+            self.line("decimals", leaf.decimals)
+        leaf.decimals = {"QUANTIA": 2, "PARCELA": self.parcela}.get(type_name, leaf.decimals)
+        if "options" in keys and random.random() < 0.3:
+            known = (["zeros", "cut_left", "digits_only"] if "fold" in keys else
+                     ["cut_left"] if "encoding" in keys else ["dashes", "capitals", "braces"])
+            self.line("options", random.sample(known, random.randint(1, len(known))))
+            leaf.options = True
+        if "fold" in keys and random.random() < 0.2:
+            self.lines.append("fold = true")
+            leaf.options = True
+        if "separator" in keys and random.random() < 0.3:
+            self.line("separator", random.choice(".-h;'"))
+        if "format" in keys:
+            if random.random() < 0.5:
+                self.line("format", random.choice(["AAAA-MM-DD", "DDMMAAAA", "AA/MM/DD", "DD.MM.AA"]))
+            if random.random() < 0.5:
+                self.line("encoding", random.choice(["packed", "decimal", "both"]))
+        elif "encoding" in keys and random.random() < 0.3:
+            leaf.charset = random.choice(list(CHARSETS))
+            self.line("encoding", leaf.charset)
+        if "bits" in keys:
+            return self.parts(kind, leaf, suffix)
+        self.share(kind, leaf, suffix)
+        kind.size += leaf.bytes
+        kind.leaves.append(leaf)
+
+    def share(self, kind, leaf, suffix):
+        """Sometimes a column of another name; sometimes that of the field in front."""
+        random = self.random
+        before = kind.leaves[-1] if kind.leaves else None
+        if random.random() < 0.25:
+            leaf.told = "c" + str(len(self.lines))
+            if (before is not None and getattr(before, "told", None) and before.suffix == suffix and
+                    before.type.startswith(("BIN", "PORC")) and random.random() < 0.7):
+                leaf.told, leaf.join = before.told, random.choice(JOINS)
+                self.line("join", leaf.join)
+            leaf.suffix = suffix
+            leaf.column = leaf.told + suffix
+            self.line("column", leaf.told)
+
+    def parts(self, kind, area, suffix):
+        random = self.random
+        widths = [random.choice([1, 2, 3, 7, 8, 13, 31, 63, 64]) for _ in range(random.randint(1, 4))]
+        area.big = random.random() < 0.5
+        if area.big:
+            self.line("order", "big")
+        area.bytes = (sum(widths) + 7) // 8
+        told, start = [], 0
+        for number, width in enumerate(widths):
+            name = f"parte{number + 1}"
+            if random.random() < 0.5:
+                told.append(str(width))
+            else:
+                name = f"p{number}"
+                told.append('{ name = "%s", bits = %d }' % (name, width))
+            path = area.path + (name,)
+            kind.leaves.append(Leaf(**{**area.__dict__, "path": path, "start": start, "bits": width,
+                                       "column": ".".join(map(str, path))}))
+            start += width
+        kind.leaves[-1].spare = 8 * area.bytes - start
+        self.lines.append(f"bits = [{', '.join(told)}]")
+        kind.size += area.bytes
+
+    def record(self, kind, tame):
+        """Any bytes; in tame fields many of them small, so that more are well formed."""
+        random = self.random
+        record = bytearray()
+        for leaf in kind.leaves:
+            record = record.ljust(leaf.offset + leaf.bytes, b"\0")
+            if leaf.type == "ZBTFIELD" and getattr(leaf, "start") != 0:
+                continue
+            mode = random.random()
+            if mode < 0.15:
+                continue
+            some = (bytes(random.choices(b"\0\1\2\3\x05\x0a\x0c\x11\x17\x20\x22\x2cAz\xe9", k=leaf.bytes))
+                    if mode < tame else random.randbytes(leaf.bytes))
+            record[leaf.offset:leaf.offset + leaf.bytes] = some
+        record = record.ljust(kind.size, b"\0")
+        for leaf in kind.leaves:
+            spare = getattr(leaf, "spare", 0)
+            if spare and random.random() < 0.9:
+                at = leaf.offset + leaf.bytes - 1
+                record[at] &= 255 << spare & 255 if leaf.big else 255 >> spare
+        for offset, content in kind.fills:
+            record[offset:offset + len(content)] = content
+        if self.select:
+            size = self.selects.stop - self.selects.start
+            known = [value for each in self.kinds for value in each.when]
+            others = [each for each in (b"\0\0", b"\1\0", b"\3\0") if each[:size] not in known]
+            record[self.selects] = random.choice(kind.when or others)[:size]
+        return bytes(record)
+
+    def file(self, records):
+        """The bytes of a file with records given as pairs of a kind and its bytes."""
+        out = [self.header]
+        for _, record in records:
+            if self.prefix:
+                size, order, itself = self.prefix
+                out.append((len(record) + size * itself).to_bytes(size, order))
+            out.append(record)
+        return b"".join(out) + self.trailer
