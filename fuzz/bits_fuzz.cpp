@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -48,7 +47,7 @@ class Guarded {
   unsigned char *end_;
 };
 
-Guarded first, second;
+thread_local Guarded first, second;
 
 class Input {
  public:
@@ -82,21 +81,21 @@ void check_table(Input *input) {
   const int fallback = input->number();
   TABBOOL table;
   TABBOOL_cria(&table, count, base, fallback);
-  std::set<std::int64_t> differ;
+  std::vector<bool> differs(static_cast<std::size_t>(std::max(count, 0)));
   bool stored = false;
   while (!input->empty()) {
     const unsigned action = input->byte();
     const std::int64_t near = std::int64_t{base} + static_cast<short>(input->number());
     const int index = static_cast<int>(std::clamp<std::int64_t>(near, INT32_MIN, INT32_MAX));
     const bool holds = index >= base && std::int64_t{index} - base < count;
+    const auto place = static_cast<std::size_t>(std::int64_t{index} - base);
     if (action % 2 == 0) {
       const bool value = action & 2;
       (value ? TABBOOL_seta : TABBOOL_reseta)(&table, index);
       stored |= holds;
-      if (holds && value != ((fallback & 0xFF) != 0)) differ.insert(index);
-      if (holds && value == ((fallback & 0xFF) != 0)) differ.erase(index);
+      if (holds) differs[place] = value != ((fallback & 0xFF) != 0);
     }
-    const bool bit = ((fallback & 0xFF) != 0) != differ.contains(index);
+    const bool bit = ((fallback & 0xFF) != 0) != (holds && differs[place]);
     CHECK(TABBOOL_testa(&table, index) == (holds && stored ? bit : fallback & 0xFF));
   }
   TABBOOL_destroi(&table);

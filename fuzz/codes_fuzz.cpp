@@ -146,7 +146,7 @@ void check_digits(const Pages &pages, const std::string &text, Field field) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  static const Pages pages;
+  static thread_local const Pages pages;
   Choice in;
   if (size < sizeof in) return 0;
   std::memcpy(&in, data, sizeof in);
