@@ -1,5 +1,6 @@
 // The answers that the library keeps for a process, asked for by several threads at once.
 
+#include <campotipo/codes.h>
 #include <gtest/gtest.h>
 
 #include <barrier>

@@ -27,7 +27,7 @@ from xml.etree import ElementTree
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from random_layouts import Layout  # noqa: E402
 
-CONTROLS = re.compile("[\0-\x09\x0b\x0c\x0e-\x1f\x7f-\x9f]")
+CONTROLS = re.compile("[\0-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f]")
 COLOURS = re.compile(r"\x1b\[[0-9;]*[mK]|\r")
 csv.field_size_limit(1 << 30)
 
