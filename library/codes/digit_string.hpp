@@ -3,6 +3,7 @@
 #include <campotipo-support/numbers.h>
 #include <campotipo/codes.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -37,37 +38,30 @@ static_assert(header_agrees());
 
 inline bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 
-// The digits that a text begins with, at most `limit`.
-inline std::size_t count_digits(const char *text, std::size_t limit) {
+// The digits that a text begins with, at most `limit`, copied to where a word more has room.
+inline std::size_t copy_digits(char *to, const char *text, std::size_t limit) {
   std::size_t count = 0;
   while (count < limit && bytes::same_page(text + count, 8)) {
-    const std::uint64_t others = digits::non_digits(bytes::load<std::uint64_t>(text + count));
+    const auto word = bytes::load<std::uint64_t>(text + count);
+    bytes::store(to + count, word);
+    const std::uint64_t others = digits::non_digits(word);
     count += static_cast<std::size_t>(std::countr_zero(others)) / 8;
-    if (others != 0) return count < limit ? count : limit;
+    if (others != 0) return std::min(count, limit);
   }
-  while (count < limit && is_digit(text[count])) ++count;
-  return count < limit ? count : limit;
+  for (; count < limit && is_digit(text[count]); ++count) to[count] = text[count];
+  return std::min(count, limit);
 }
 
 template <int N>
 inline int from_text(unsigned char *dest, const char *text) {
   constexpr std::size_t limit = kMember<N>.digits;
-  const std::size_t count = text != nullptr ? count_digits(text, limit) : 0;
-  if (count == 0) {
-    std::memset(dest, 0, N + 1);
-    return 0;
-  }
-  if (text[count] != '\0') {
-    // The number services are given digits alone.
-    char first[limit + 1];
-    std::memcpy(first, text, count);
-    first[count] = '\0';
-    wide::from_text<N>(dest + 1, first, count);
-  } else {
-    wide::from_text<N>(dest + 1, text, count);
-  }
+  // The number services are given digits alone, and the text may stand where the field will.
+  char taken[limit + 8];
+  const std::size_t count = text != nullptr ? copy_digits(taken, text, limit) : 0;
+  taken[count] = '\0';
+  wide::from_text<N>(dest + 1, taken, count);
   dest[0] = static_cast<unsigned char>(count);
-  return 1;
+  return count != 0;
 }
 
 // For a number that does not fit its count of digits, which no text makes.
@@ -93,21 +87,20 @@ inline char *to_text(char *text, const unsigned char *src) {
     *text = '\0';
     return text;
   }
-  const unsigned char *number = src + 1;
-  const std::uint64_t low = wide::load_limb<N, 0>(number);
-  const std::uint64_t high = wide::load_limb<N, 1>(number);
-  if (count <= kLimbDigits) {
-    if (high != 0 || low >= digits::kPowerOfTen[count]) return cut_to_text<N>(text, number, count);
-    _8btoa(number, text, static_cast<int>(count));
-    return text;
+  // Both limbs before the first digit: the text may be written where the field stands.
+  const std::uint64_t low = wide::load_limb<N, 0>(src + 1);
+  const std::uint64_t high = wide::load_limb<N, 1>(src + 1);
+  const std::size_t above = count < kLimbDigits ? 0 : count - kLimbDigits;
+  const std::size_t below = count - above;
+  if (low >= digits::kPowerOfTen[below] || high >= digits::kPowerOfTen[above])
+    return cut_to_text<N>(text, src + 1, count);
+  unsigned char limb[8];
+  if (above != 0) {
+    bytes::store(limb, high);
+    _8btoa(limb, text, static_cast<int>(above));
   }
-  const std::size_t above = count - kLimbDigits;
-  if (low >= digits::kPowerOfTen[kLimbDigits] || high >= digits::kPowerOfTen[above])
-    return cut_to_text<N>(text, number, count);
-  unsigned char widened[8];
-  bytes::store(widened, high);
-  _8btoa(widened, text, static_cast<int>(above));
-  _8btoa(number, text + above, kLimbDigits);
+  bytes::store(limb, low);
+  _8btoa(limb, text + above, static_cast<int>(below));
   return text;
 }
 

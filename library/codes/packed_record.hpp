@@ -3,6 +3,7 @@
 #include <campotipo/codes.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 
 #include "codes/packed_code.hpp"
@@ -17,12 +18,15 @@ inline bool is_valid(const CODALFNN *record) {
   return record->caracteres > 0 && record->dados != nullptr;
 }
 
+// Sizes are counted as in an int, so n below 1 asks for no bytes or for less than none.
 inline void create(CODALFNN *record, int n, int opc) {
-  const bool countable = n > 0 && n <= CODALFNN_MAX_CARACTERES;
-  const auto size = static_cast<std::size_t>(countable ? CODALFA_BYTES(n) : 0);
+  const std::int64_t size = (6 * std::int64_t{n} + 7) / 8;
+  const bool countable = size >= 0 && n <= CODALFNN_MAX_CARACTERES;
   record->caracteres = n;
   record->opc = opc;
-  record->dados = countable ? static_cast<unsigned char *>(std::malloc(size)) : nullptr;
+  record->dados = countable
+                      ? static_cast<unsigned char *>(std::malloc(static_cast<std::size_t>(size)))
+                      : nullptr;
 }
 
 inline void destroy(CODALFNN *record) {

@@ -235,9 +235,9 @@ template <int blocks, class N>
 // Empties all positions from `position` on, and the spare bits.
 inline void clear_from(unsigned char *dest, int n, int position) {
   const int bytes = CODALFA_BYTES(n);
-  const int first = 6 * position / 8;
+  const int first = position / 4 * 3 + position % 4 * 6 / 8;
   if (first == bytes) return;
-  dest[first] &= static_cast<unsigned char>(~(0xFF >> 6 * position % 8));
+  dest[first] &= static_cast<unsigned char>(~(0xFF >> position % 4 * 6 % 8));
   std::memset(dest + first + 1, 0, static_cast<std::size_t>(bytes - first - 1));
 }
 

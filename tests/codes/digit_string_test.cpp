@@ -109,6 +109,10 @@ TEST_P(DigitStringTest, KeepsEveryDigitThatATextBeginsWith) {
     }
   }
   expect_saved(nullptr, "");
+  // Once the greatest count is reached nothing further is looked at, not even for a NUL.
+  const std::string most = random.digits(GetParam().digits);
+  expect_saved(std::copy(most.begin(), most.end(), text_.text_at_end(most.size())) - most.size(),
+               most);
   for (const char *text : {" 12", "-5", "+1", "\t7", "a"}) expect_saved(text_.text(text), "");
 }
 
@@ -129,6 +133,25 @@ TEST_P(DigitStringTest, ShowsAsManyDigitsAsItCounts) {
       expected.insert(0, count - expected.size(), '0');
     }
     expect_read(stored(count, low, high), expected);
+  }
+}
+
+TEST_P(DigitStringTest, ConvertsWhereTheOtherStands) {
+  Random random(10);
+  for (std::size_t length = 0; length <= GetParam().digits; ++length) {
+    const std::string digits = random.digits(length);
+    for (std::size_t shift = 0; shift <= GetParam().bytes; ++shift) {
+      // The field `shift` bytes behind the text's first byte, and as many in front of it.
+      for (const auto &[text_at, field_at] : {std::pair{std::size_t{0}, shift}, {shift, 0}}) {
+        unsigned char area[64] = {};
+        auto *text = reinterpret_cast<char *>(area + text_at);
+        std::strcpy(text, digits.c_str());
+        GetParam().save(area + field_at, text);
+        EXPECT_EQ(std::string(reinterpret_cast<char *>(area + field_at), GetParam().bytes),
+                  stored(digits));
+        EXPECT_EQ(GetParam().read(text, area + field_at), digits) << shift;
+      }
+    }
   }
 }
 

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -384,6 +386,25 @@ TEST(PackedCode, WithoutPositionsIsNotTouched) {
     CODALFA_opc_extrai(text, field, n, 0, 3);
     EXPECT_STREQ(text, "   ");
   }
+}
+
+// More bytes than six times the positions could be counted in an int.
+TEST(PackedCode, CountsBytesAsFarAsAnIntCountsPositions) {
+  constexpr int n = 400000003;
+  constexpr std::size_t size = (std::size_t{6} * n + 7) / 8;
+  static_assert(CODALFA_BYTES(n) == size && CODALFA_BYTES(INT_MAX) == 1610612736);
+  std::unique_ptr<unsigned char, decltype(&std::free)> field(
+      static_cast<unsigned char *>(std::malloc(size)), std::free);
+  if (field == nullptr) GTEST_SKIP() << "no memory for it";
+  field.get()[size - 1] = 0xFF;
+  char text[8];
+  EXPECT_EQ(CODALFA_opc_salvou(field.get(), "ab-1", n, 0), 1);
+  EXPECT_EQ(std::memcmp(field.get(), "\x30\xD9\x83\0\0", 5), 0);
+  EXPECT_EQ(field.get()[size - 1], 0);
+  CODALFA_extrai(text, field.get(), n);
+  EXPECT_STREQ(text, "AB-1");
+  EXPECT_EQ(CODALFA_nao_zero(field.get(), n, 0), 1);
+  EXPECT_EQ(CODALFA_compara(field.get(), field.get(), n), 0);
 }
 
 TEST(PackedCode, KnowsTheEndsOfItsAlphabet) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -48,11 +49,14 @@ TEST(PackedRecord, DoesWhatTheEngineDoesOnItsBuffer) {
 }
 
 TEST(PackedRecord, HoldsNothingWhenItIsNotValid) {
-  const int sizes[] = {0, -1, -5, INT_MIN, CODALFNN_MAX_CARACTERES + 1, INT_MAX};
+  const int sizes[] = {0, -1, -2, -3, -5, INT_MIN, CODALFNN_MAX_CARACTERES + 1, INT_MAX};
   for (int n : sizes) {
     Record record(n, CODALFA_OPC_ZEROS);
     EXPECT_EQ(record.caracteres, n);
     EXPECT_EQ(record.opc, CODALFA_OPC_ZEROS);
+    void *const nothing = std::malloc(0);
+    EXPECT_EQ(record.dados != nullptr, n <= 0 && n >= -2 && nothing != nullptr) << n;
+    std::free(nothing);
     for (int round = 0; round < 2; ++round) {
       char text[8] = "before";
       EXPECT_EQ(CODALFNN_ok(&record), 0) << n;

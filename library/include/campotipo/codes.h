@@ -16,8 +16,9 @@
  *
  * Fields are read and written in exactly their bytes and may stand at any address. Texts are 8-bit
  * characters ended by a NUL; a text buffer has the size that its operation states. A text and a
- * field may not overlap. Pointers are never null, but for the text of a BSTR. Nothing here fails:
- * what a text cannot give a field is left out, and what a field cannot mean ends its text.
+ * field may not overlap, except where a BSTR is converted. Pointers are never null, but for the text
+ * of a BSTR. Nothing here fails: what a text cannot give a field is left out, and what a field
+ * cannot mean ends its text.
  *
  * Threads: operations on different data may run at the same time. A CODALFNN belongs to one caller
  * at a time.
@@ -52,8 +53,9 @@ extern "C" {
  * from 0, has bits 6i to 6i + 5, the most significant bit of its code first. Positions behind the
  * last character hold code 0. Up to six spare bits fill the last byte: written as 0, never read.
  *
- * What a text keeps: small letters become capitals, by `toupper` under the process's locale (in
- * Turkish "i" has no capital in the alphabet). Blanks in front and inside stay, those at the end
+ * What a text keeps: small letters become capitals, by `toupper` under the process's locale. In
+ * Turkish "i" has no capital in the alphabet, and a byte above 127 has one: the "i" without a dot,
+ * 0xFD in ISO 8859-9, is stored as "I". Blanks in front and inside stay, those at the end
  * are dropped. A character outside the alphabet is passed over and the later ones move up. A text
  * too long is cut on the right.
  *
@@ -69,8 +71,11 @@ extern "C" {
 /* The alphabet in the order of the codes. */
 #define CODALFA_ALFABETO " 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-._/+,:#@*$%!"
 
-/* Bytes of a field of n positions, 1 to CODALFNN_MAX_CARACTERES. */
-#define CODALFA_BYTES(n) ((6 * (n) + 7) / 8)
+/*
+ * Bytes of a field of n positions, n from 0 to the greatest int: six bits a position, so a byte less
+ * for every four. The argument is evaluated twice.
+ */
+#define CODALFA_BYTES(n) ((n) - (n) / 4)
 
 #define CODALF05_CHARACTERS 5
 #define CODALF05_BYTES 4
@@ -310,14 +315,15 @@ typedef struct CODALFNN {
   unsigned char *dados; /* CODALFA_BYTES(n) bytes from malloc */
 } CODALFNN;
 
-/* The most positions whose bytes can be counted in an int. */
+/* The most positions that a record can have. */
 #define CODALFNN_MAX_CARACTERES 357913940
 
 /*
  * CODALFNN_cria: sets a record up, without looking at what it held: destroy a valid one first.
  *
  * record   all three fields are written
- * n        positions; below 1 or above CODALFNN_MAX_CARACTERES gives a record that is not valid
+ * n        positions; below 1 or above CODALFNN_MAX_CARACTERES gives a record that is not valid.
+ *          With 0, -1 and -2 `dados` is what malloc(0) gives, with the others it is null
  * opc      flags that the record keeps
  *
  * Nothing is reported: without memory the record is not valid, which CODALFNN_ok tells.
@@ -515,9 +521,9 @@ CAMPOTIPO_API int CODSTR52_igual(const unsigned char *a, const unsigned char *b)
  * BSTRnn_atob: store the digits that a text begins with.
  *
  * At most nn digits are taken, from the left; the first other byte ends them, a blank too. The rest
- * of the text is not looked at.
+ * of the text is not looked at, so nn digits need no NUL behind them.
  *
- * dest   the member's bytes, all written
+ * dest   the member's bytes, all written; may overlap the text
  * text   may be null, which stores the empty string
  *
  * Result: 1 if at least one digit was taken, else 0.
@@ -537,7 +543,8 @@ CAMPOTIPO_API int BSTR38_atob(unsigned char *dest, const char *text) CAMPOTIPO_N
  * As many digits as byte 0 counts: zeros stand in front of a number that has fewer, and a number
  * that has more keeps its first ones. A count of 0 or above nn gives the empty text.
  *
- * text   nn + 1 bytes; the digits and the NUL are written, nothing behind them
+ * text   nn + 1 bytes; the digits and the NUL are written, nothing behind them; may overlap the
+ *        field
  * src    the member's bytes
  *
  * Result: text.
