@@ -185,7 +185,7 @@ TEST(Fields, WhatIsNotWellFormedIsFound) {
       {"type = 'DATAC'\nencoding = 'decimal'", "9FD18F", "other encoding"},
       {"type = 'DATAC'", "5FD08F", "does not exist"},
       {"type = 'DATAC'", "0200A0", nullptr},
-      {"type = 'DATAC'", "0C00A0", "does not come back"},
+      {"type = 'DATAC'", "0C00A0", "bits that no date has"},
       {"type = 'HORAC'", "9B05", nullptr},
       {"type = 'HORAC'", "6009", "does not exist"},
       {"type = 'HHMMSS'", "18003C", "does not exist"},
