@@ -1,5 +1,6 @@
 /* Preloaded into the command: ends it by the signal KILL_WITH in front of or behind the KILL_AT-th
- * of its calls that files are made with, and with NAMED set, refuses files without a name. */
+ * of its calls that files are made with, or where that is 0 lets the call fail. NAMED=files refuses
+ * files without a name, NAMED=descriptors the names of descriptors. */
 
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -10,15 +11,24 @@
 #include <stdatomic.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-static void point(void) {
+/* Whether the call is to fail. */
+static int point(void) {
   static atomic_int points;
   const char *at = getenv("KILL_AT");
-  if (at != NULL && atomic_fetch_add(&points, 1) + 1 == atoi(at)) {
-    kill(getpid(), atoi(getenv("KILL_WITH")));
-  }
+  int signal;
+  if (at == NULL || atomic_fetch_add(&points, 1) + 1 != atoi(at)) return 0;
+  signal = atoi(getenv("KILL_WITH"));
+  if (signal != 0) kill(getpid(), signal);
+  return signal == 0;
+}
+
+static int refused(const char *what) {
+  const char *named = getenv("NAMED");
+  return named != NULL && strcmp(named, what) == 0;
 }
 
 #define REAL(type, name, parameters) \
@@ -26,12 +36,13 @@ static void point(void) {
   if (real == NULL) *(void **)&real = dlsym(RTLD_NEXT, name)
 
 #define CALL(type, arguments) \
-  type result;                \
-  int error;                  \
-  point();                    \
-  result = real arguments;    \
-  error = errno;              \
-  point();                    \
+  type result = -1;           \
+  int error = EIO;            \
+  if (!point()) {             \
+    result = real arguments;  \
+    error = errno;            \
+    point();                  \
+  }                           \
   errno = error;              \
   return result
 
@@ -42,7 +53,7 @@ int open(const char *path, int flags, ...) {
   va_start(more, flags);
   if ((flags & (O_CREAT | __O_TMPFILE)) != 0) mode = va_arg(more, mode_t);
   va_end(more);
-  if ((flags & __O_TMPFILE) != 0 && getenv("NAMED") != NULL) {
+  if ((flags & __O_TMPFILE) != 0 && refused("files")) {
     errno = EOPNOTSUPP;
     return -1;
   }
@@ -52,6 +63,12 @@ int open(const char *path, int flags, ...) {
 ssize_t write(int file, const void *bytes, size_t count) {
   REAL(ssize_t, "write", (int, const void *, size_t));
   CALL(ssize_t, (file, bytes, count));
+}
+
+int access(const char *path, int mode) {
+  REAL(int, "access", (const char *, int));
+  if (strncmp(path, "/proc/", 6) == 0 && refused("descriptors")) return -1;
+  CALL(int, (path, mode));
 }
 
 int fchmod(int file, mode_t mode) {
