@@ -79,7 +79,6 @@ Output::Output(const std::string &path) {
 void Output::open_file(bool exists, unsigned mode) {
   const unsigned first = exists ? 0600 : 0666;
   fd_ = open(folder_of(target_).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, first);
-  if (fd_ < 0 && errno == ENOENT) fail(errno);
   // Without the names of descriptors such a file could not be put in its place.
   if (fd_ >= 0 && access("/proc/self/fd", X_OK) != 0) {
     close(fd_);
