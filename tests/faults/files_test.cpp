@@ -1,10 +1,9 @@
-// Files and directories that are not as they should be, each case in a child process.
+// The file of the kernel that is not as it should be, each case in a process of its own.
 
 #include <campotipo/bits.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdarg>
@@ -13,7 +12,7 @@
 #include <cstring>
 #include <string>
 
-#include "tests/percent/agreement.hpp"
+#include "tests/faults/child.hpp"
 
 namespace {
 
@@ -34,14 +33,7 @@ extern "C" int open(const char *path, int flags, ...) {
 
 namespace {
 
-template <class Body>
-void in_child(Body body) {
-  const auto run = [&] {
-    body();
-    _exit(testing::Test::HasFailure() ? 1 : 0);
-  };
-  EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
-}
+using campotipo::test::in_child;
 
 // A file of its own with that text, removed at the end.
 class File {
@@ -98,79 +90,6 @@ TEST(KernelFileDeathTest, TakesOneDescriptorAndGivesItBack) {
       for (int i = 0; i < 50; ++i)
         EXPECT_EQ(generated() == std::string(32, '0'), most == 0) << most << ' ' << i;
     }
-  });
-}
-
-// Half a unit above an even one: up only where the marker stands.
-std::int64_t rounded() {
-  QUANTIA value = campotipo::test::quantia(12501);
-  ARRED_div1000_nbr(&value);
-  return campotipo::test::units(value);
-}
-constexpr std::int64_t kWithMarker = 12, kWithout = 13;
-
-class Place {
- public:
-  Place() {
-    if (mkdtemp(path_) == nullptr || chdir(path_) != 0) std::abort();
-  }
-  ~Place() {
-    chmod(path_, 0700);
-    unlink((std::string(path_) + "/NBR_COM_ERRO.TXT").c_str());
-    rmdir(path_);
-  }
-  const char *path() const { return path_; }
-
- private:
-  char path_[32] = "/tmp/campotipo-place-XXXXXX";
-};
-
-void set_marker() {
-  std::FILE *file = std::fopen("NBR_COM_ERRO.TXT", "w");
-  ASSERT_NE(file, nullptr);
-  std::fclose(file);
-}
-
-TEST(MarkerFileDeathTest, IsAnythingOfThatName) {
-  in_child([] {
-    Place place;
-    EXPECT_EQ(mkdir("NBR_COM_ERRO.TXT", 0000), 0);
-    EXPECT_EQ(rounded(), kWithMarker);
-    rmdir("NBR_COM_ERRO.TXT");
-  });
-  in_child([] {  // a link that leads nowhere is nothing
-    Place place;
-    EXPECT_EQ(symlink("nowhere", "NBR_COM_ERRO.TXT"), 0);
-    EXPECT_EQ(rounded(), kWithout);
-  });
-}
-
-TEST(MarkerFileDeathTest, IsAbsentWhereTheDirectoryCannotBeSearched) {
-  in_child([] {
-    Place place;
-    set_marker();
-    chmod(place.path(), 0600);
-    // Who is root may search any directory; the real user counts.
-    EXPECT_EQ(getuid() == 0 ? setresuid(65534, 0, 0) : 0, 0);
-    EXPECT_EQ(rounded(), kWithout);
-  });
-}
-
-TEST(MarkerFileDeathTest, IsAbsentWhereTheDirectoryIsGone) {
-  in_child([] {
-    { Place place; }
-    EXPECT_EQ(rounded(), kWithout);
-  });
-}
-
-TEST(MarkerFileDeathTest, IsLookedForWhereTheProcessStandsAtFirstNeed) {
-  in_child([] {
-    Place first;
-    set_marker();
-    Place second;
-    EXPECT_EQ(rounded(), kWithout);
-    EXPECT_EQ(chdir(first.path()), 0);
-    EXPECT_EQ(rounded(), kWithout);
   });
 }
 

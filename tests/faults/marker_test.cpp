@@ -1,13 +1,14 @@
-// Every case runs in a child process, since the answer about the marker file holds for a process.
+// The marker file, which the library looks for once: each case is a process of its own.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
+#include "tests/faults/child.hpp"
 #include "tests/percent/agreement.hpp"
 #include "tests/util/random.hpp"
 
@@ -15,45 +16,26 @@ namespace {
 
 constexpr char kMarker[] = "NBR_COM_ERRO.TXT";
 int looks = 0;
-bool failing = false;
 
 }  // namespace
 
-// Stands in front of the platform's own: counts the looks for the marker file, and can fail.
+// Stands in front of the platform's own and counts the looks for the marker file.
 extern "C" int access(const char *name, int mode) noexcept {
   if (std::strcmp(name, kMarker) == 0) {
     ++looks;
     if (mode != F_OK) std::abort();
-    if (failing) {
-      errno = EACCES;
-      return -1;
-    }
   }
   return faccessat(AT_FDCWD, name, mode, 0);
 }
 
 namespace {
 
+using campotipo::test::in_child;
 using campotipo::test::Random;
+using campotipo::test::Workplace;
 namespace test = campotipo::test;
 
-// A directory of its own, made the working directory of the child.
-class Workplace {
- public:
-  Workplace() {
-    if (mkdtemp(path_) == nullptr || chdir(path_) != 0) std::abort();
-  }
-  ~Workplace() {
-    set_marker(false);
-    rmdir(path_);
-  }
-  void set_marker(bool present) {
-    present ? close(open(kMarker, O_CREAT | O_WRONLY, 0000)) : unlink(kMarker);
-  }
-
- private:
-  char path_[32] = "/tmp/campotipo-marker-XXXXXX";
-};
+void set_marker() { close(open(kMarker, O_CREAT | O_WRONLY, 0000)); }
 
 std::int64_t nbr(std::int64_t count, int casas, int extras) {
   PARCELA value = test::parcela(count);
@@ -83,56 +65,63 @@ void expect_marker_mode(bool marker) {
   EXPECT_EQ(looks, 1);
 }
 
-void in_new_place(bool marker, bool access_fails) {
-  Workplace place;
-  failing = access_fails;
-  place.set_marker(marker);
-  // ARRED_v4_nbr does not look before it meets a tie, nor do the short forms ever.
-  QUANTIA value = test::quantia(50);
-  ARRED_div100_nbr(&value);
-  ARRED_div10_nbr(&value);
-  EXPECT_EQ(nbr(12345100, 2, 2), 123500);
-  EXPECT_EQ(nbr(12344900, 2, 2), 123400);
-  EXPECT_EQ(looks, 0);
-  expect_marker_mode(marker && !access_fails);
+// What stands in the working directory, and whether that is the marker.
+const struct {
+  const char *what;
+  void (*prepare)();
+  bool marker;
+} kPlaces[] = {
+    {"nothing", [] {}, false},
+    {"a file", set_marker, true},
+    {"a directory of that name", [] { mkdir(kMarker, 0000); }, true},
+    {"a link that leads nowhere", [] { EXPECT_EQ(symlink("nowhere", kMarker), 0); }, false},
+    {"a directory that may not be searched",
+     [] {
+       set_marker();
+       chmod(".", 0600);
+       // Who is root may search any directory; the real user counts.
+       EXPECT_EQ(getuid() == 0 ? setresuid(65534, 0, 0) : 0, 0);
+     },
+     false},
+    {"a directory that is gone", [] { Workplace gone; }, false},
+};
+
+TEST(MarkerDeathTest, SwitchesTheLongFormsAndTheTieOfV4) {
+  for (const auto &place : kPlaces)
+    in_child([&] {
+      SCOPED_TRACE(place.what);
+      Workplace here;
+      place.prepare();
+      // ARRED_v4_nbr does not look before it meets a tie, nor do the short forms ever.
+      QUANTIA value = test::quantia(50);
+      ARRED_div100_nbr(&value);
+      ARRED_div10_nbr(&value);
+      EXPECT_EQ(nbr(12345100, 2, 2), 123500);
+      EXPECT_EQ(nbr(12344900, 2, 2), 123400);
+      EXPECT_EQ(looks, 0);
+      expect_marker_mode(place.marker);
+    });
 }
 
-// Once known, the answer outlives the file that it was about.
-void change_after_first_need(bool marker) {
-  Workplace place;
-  place.set_marker(marker);
-  EXPECT_EQ(nbr(1245, 4, 1), marker ? 125 : 124);
-  place.set_marker(!marker);
-  expect_marker_mode(marker);
+// Once known, the answer outlives the file and the directory that it was about.
+TEST(MarkerDeathTest, IsLookedForOnce) {
+  for (const bool marker : {false, true})
+    in_child([marker] {
+      Workplace first;
+      if (marker) set_marker();
+      EXPECT_EQ(nbr(1245, 4, 1), marker ? 125 : 124);
+      marker ? static_cast<void>(unlink(kMarker)) : set_marker();
+      expect_marker_mode(marker);
+      Workplace second;
+      if (!marker) set_marker();
+      expect_marker_mode(marker);
+    });
 }
 
 void look_at_once(void (*long_form)(QUANTIA *)) {
   QUANTIA value = test::quantia(0);
   long_form(&value);
   EXPECT_EQ(looks, 1);
-}
-
-template <class Body>
-void in_child(Body body) {
-  const auto run = [&] {
-    body();
-    std::exit(testing::Test::HasFailure() ? 1 : 0);  // with the counters of coverage written
-  };
-  EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
-}
-
-TEST(MarkerDeathTest, SwitchesTheLongFormsAndTheTieOfV4) {
-  in_child([] { in_new_place(false, false); });
-  in_child([] { in_new_place(true, false); });
-}
-
-TEST(MarkerDeathTest, ThatCannotBeLookedForIsAbsent) {
-  in_child([] { in_new_place(true, true); });
-}
-
-TEST(MarkerDeathTest, IsLookedForOnce) {
-  in_child([] { change_after_first_need(false); });
-  in_child([] { change_after_first_need(true); });
 }
 
 TEST(MarkerDeathTest, IsLookedForByALongFormWhateverItsValue) {
