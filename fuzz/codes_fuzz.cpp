@@ -1,23 +1,20 @@
-#include <campotipo/codes.h>
 #include <sys/mman.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
-#include "tests/reference/packed_code.hpp"
+#include "tests/codes/agreement.hpp"
 
 #define CHECK(condition) \
   if (!(condition)) __builtin_trap()
 
-// A width, options, a text and two fields, all from the input, held against the packed code that is
-// told one bit at a time. Buffers stand against inaccessible memory.
+// A member or a width, options, a text and a field, all from the input, held against what is told
+// plainly. Buffers stand against inaccessible memory.
 namespace {
 
-namespace reference = campotipo::reference::packed;
-using reference::Field;
+using namespace campotipo::test;
 
 constexpr std::size_t kPage = 4096;
 
@@ -41,6 +38,13 @@ class Page {
 
 struct Pages {
   Page text, field, other;
+
+  // The text where the byte behind its NUL, or the byte before it, is in another page.
+  const char *place(const std::string &characters, bool at_start) const {
+    const std::size_t size = characters.size() + 1;
+    unsigned char *copy = at_start ? text.at_start() : text.at_end(size);
+    return static_cast<const char *>(std::memcpy(copy, characters.c_str(), size));
+  }
 };
 
 struct Choice {
@@ -49,98 +53,43 @@ struct Choice {
   std::uint8_t text_length, at_start;
 };
 
-struct Member {
-  int n;
-  int (*save)(unsigned char *, const char *, int);
-  char *(*read)(char *, const unsigned char *, int, int);
-  int (*compare)(const unsigned char *, const unsigned char *);
-  int (*has_content)(const unsigned char *, int);
-};
-
-constexpr Member kMembers[] = {
-    {5, CODALF05_opc_salvou, CODALF05_opc_btoa, CODALF05_compara, CODALF05_nao_zero},
-    {12, CODALF12_opc_salvou, CODALF12_opc_btoa, CODALF12_compara, CODALF12_nao_zero},
-    {14, CODALF14_opc_salvou, CODALF14_opc_btoa, CODALF14_compara, CODALF14_nao_zero},
-    {17, CODALF17_opc_salvou, CODALF17_opc_btoa, CODALF17_compara, CODALF17_nao_zero},
-    {20, CODALF20_opc_salvou, CODALF20_opc_btoa, CODALF20_compara, CODALF20_nao_zero},
-    {32, CODALF32_opc_salvou, CODALF32_opc_btoa, CODALF32_compara, CODALF32_nao_zero},
-    {36, CODALF36_opc_salvou, CODALF36_opc_btoa, CODALF36_compara, CODALF36_nao_zero},
-    {40, CODALF40_opc_salvou, CODALF40_opc_btoa, CODALF40_compara, CODALF40_nao_zero},
-};
-
-// The text where the byte behind its NUL, or the byte before it, is in another page.
-const char *place(const Page &page, const std::string &text, bool at_start) {
-  unsigned char *copy = at_start ? page.at_start() : page.at_end(text.size() + 1);
-  std::memcpy(copy, text.c_str(), text.size() + 1);
-  return reinterpret_cast<const char *>(copy);
-}
-
-template <class Save>
-Field check_save(const Pages &pages, const Choice &in, int n, const std::string &text, Save save) {
-  const reference::Saved expected = reference::save(text, n, in.opc);
-  unsigned char *field = pages.field.at_end(expected.field.size());
-  CHECK(save(field, place(pages.text, text, in.at_start % 2 != 0)) == expected.result);
-  CHECK(std::equal(expected.field.begin(), expected.field.end(), field));
-  return expected.field;
-}
-
-template <class Read>
-void check_read(const Pages &pages, const Choice &in, int n, const Field &field, Read read) {
-  const std::string expected = reference::extract(field, n, in.opc, in.width);
-  const auto room = static_cast<std::size_t>(std::max<int>(n, in.width)) + 1;
-  auto *text = reinterpret_cast<char *>(pages.text.at_end(room));
-  read(text, pages.field.field(field));
-  CHECK(expected == text);
-}
-
-void check_member(const Pages &pages, const Choice &in, const Member &member,
-                  const std::string &text, Field field) {
-  const Field saved = check_save(
-      pages, in, member.n, text,
-      [&](unsigned char *dest, const char *from) { return member.save(dest, from, in.opc); });
-  field.resize(saved.size());
-  for (const Field &each : {saved, field}) {
-    check_read(pages, in, member.n, each, [&](char *dest, const unsigned char *src) {
-      CHECK(member.read(dest, src, in.opc, in.width) == dest);
-      CHECK(member.has_content(src, in.opc) == reference::has_content(each, member.n, in.opc));
-    });
+void check_code(const Pages &pages, const Choice &in, const PackedCode &code,
+                const std::string &text, Field field) {
+  const auto size = static_cast<std::size_t>(code.bytes);
+  unsigned char *saved = pages.other.at_end(size);
+  CHECK(save_agrees(code, pages.place(text, in.at_start % 2 != 0), in.opc, saved));
+  field.resize(size);
+  const unsigned char *other = pages.field.field(field);
+  for (const unsigned char *src : {other, const_cast<const unsigned char *>(saved)}) {
+    const auto room = static_cast<std::size_t>(std::max<int>(code.n, in.width)) + 1;
+    auto *out = reinterpret_cast<char *>(pages.text.at_end(room));
+    CHECK(read_agrees(code, src, in.opc, in.width, out));
+    CHECK(form_agrees(code, src));
   }
-  CHECK(member.compare(pages.field.field(saved), pages.other.field(field)) ==
-        reference::compare(saved, field, member.n));
+  CHECK(order_agrees(code, saved, other));
 }
 
-void check_engine(const Pages &pages, const Choice &in, const std::string &text, Field field) {
-  const int n = in.positions % 160 + 1;
+void check_record(const PackedCode &code, const std::string &text, int opc) {
   CODALFNN record;
-  CODALFNN_cria(&record, n, in.opc);
-  const Field saved = check_save(pages, in, n, text, [&](unsigned char *dest, const char *from) {
-    const int result = CODALFA_opc_salvou(dest, from, n, in.opc);
-    CHECK(CODALFNN_ok(&record) == 0 || CODALFNN_opc_salvou(&record, from, in.opc) == result);
-    CHECK(CODALFNN_ok(&record) == 0 || CODALFA_compara(record.dados, dest, n) == 0);
-    return result;
-  });
+  CODALFNN_cria(&record, code.n, opc);
+  Field field(static_cast<std::size_t>(code.bytes));
+  if (CODALFNN_ok(&record) != 0) {
+    CHECK(CODALFNN_opc_salvou(&record, text.c_str(), opc) ==
+          code.save(field.data(), text.c_str(), opc));
+    CHECK(std::memcmp(record.dados, field.data(), field.size()) == 0);
+  }
   CODALFNN_destroi(&record);
-  field.resize(saved.size());
-  check_read(pages, in, n, field, [&](char *dest, const unsigned char *src) {
-    CODALFA_opc_extrai(dest, src, n, in.opc, in.width);
-    CHECK(CODALFA_nao_zero(src, n, in.opc) == reference::has_content(field, n, in.opc));
-  });
-  CHECK(CODALFA_compara(pages.field.field(saved), pages.other.field(field), n) ==
-        reference::compare(saved, field, n));
 }
 
-// What a digit string keeps of a text comes back, and any field gives as many digits as it counts.
-void check_digits(const Pages &pages, const std::string &text, Field field) {
-  std::string digits = text.substr(0, text.find_first_not_of("0123456789"));
-  digits.resize(std::min<std::size_t>(digits.size(), 38));
-  unsigned char *dest = pages.field.at_end(BSTR38_BYTES);
-  CHECK(BSTR38_atob(dest, place(pages.text, text, false)) == !digits.empty());
-  char out[BSTR38_TEXT_SIZE];
-  CHECK(BSTR38_btoa(out, dest) == digits);
-  field.resize(BSTR21_BYTES);
-  auto *shown = reinterpret_cast<char *>(pages.text.at_end(BSTR21_TEXT_SIZE));
-  CHECK(std::strlen(BSTR21_btoa(shown, pages.field.field(field))) ==
-        (field[0] <= 21 ? field[0] : 0u));
+void check_digits(const Pages &pages, const DigitString &member, const std::string &text,
+                  Field field) {
+  CHECK(store_agrees(member, pages.place(text, false), digits_of(member, text),
+                     pages.field.at_end(member.bytes)));
+  field.resize(member.bytes);
+  const unsigned char *src = pages.field.field(field);
+  auto *shown = reinterpret_cast<char *>(pages.text.at_end(member.text_size));
+  CHECK(std::strlen(member.read(shown, src)) == (field[0] <= member.digits ? field[0] : 0u));
+  CHECK(form_agrees(member, src));
 }
 
 }  // namespace
@@ -156,8 +105,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   text.resize(std::min(text.find('\0'), text.size()));
   const Field field(rest + length, data + size);
 
-  check_member(pages, in, kMembers[in.member % std::size(kMembers)], text, field);
-  check_engine(pages, in, text, field);
-  check_digits(pages, text, field);
+  const PackedCode &any = kCodesUpTo<160>[in.positions % std::size(kCodesUpTo<160>)];
+  check_code(pages, in, kPackedCodes[in.member % std::size(kPackedCodes)], text, field);
+  check_code(pages, in, any, text, field);
+  check_record(any, text, in.opc);
+  check_digits(pages, kDigitStrings[in.member % std::size(kDigitStrings)], text, field);
   return 0;
 }

@@ -6,6 +6,10 @@
 
 // Loads and stores at any address, in exactly the bytes that are named. Everything in the libraries
 // that touches a field as words goes through here.
+#if __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__
+#error "stored forms are moved as words, which needs a processor with the low byte first"
+#endif
+
 namespace campotipo::bytes {
 
 __extension__ using uint128 = unsigned __int128;
@@ -100,8 +104,11 @@ inline constexpr bool kWideReads = true;
 inline constexpr bool kWideReads = true;
 #endif
 
+// The least page of any Linux; larger ones are multiples of it.
+inline constexpr std::uintptr_t kPage = 4096;
+
 inline bool same_page(const void *from, std::size_t count) {
-  return kWideReads && (reinterpret_cast<std::uintptr_t>(from) & 4095) + count <= 4096;
+  return kWideReads && reinterpret_cast<std::uintptr_t>(from) % kPage + count <= kPage;
 }
 
 }  // namespace campotipo::bytes

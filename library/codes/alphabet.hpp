@@ -48,17 +48,19 @@ inline constexpr auto kCharacterOfCode = [] {
 
 constexpr bool has_flag(int opc, int flag) { return (opc & flag) != 0; }
 
-constexpr bool is_character(unsigned code) { return code - 1 < unsigned{kCharacters}; }
-
 // The code of a char, -1 if it has none. The locale is asked only where it has a say: no locale
 // changes the class of the other bytes below 128.
+[[gnu::noinline]] inline int code_in_locale(char c) {
+  const auto capital = static_cast<unsigned>(locale::to_upper(c));
+  return capital < 128 && kEntries[capital] < kSmallLetter ? kEntries[capital] : -1;
+}
+
 inline int code_of(char c) {
   const auto byte = static_cast<unsigned char>(c);
   const unsigned char entry = kEntries[byte];
-  if (entry < kSmallLetter) return entry;
-  if (byte < 128 && entry == kNoCode) return -1;
-  const auto capital = static_cast<unsigned>(locale::to_upper(c));
-  return capital < 128 && kEntries[capital] < kSmallLetter ? kEntries[capital] : -1;
+  if (entry < kSmallLetter) [[likely]]
+    return entry;
+  return byte < 128 && entry == kNoCode ? -1 : code_in_locale(c);
 }
 
 }  // namespace campotipo::codes::packed

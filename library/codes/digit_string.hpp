@@ -79,29 +79,42 @@ template <int N>
   return text;
 }
 
+// How a count of digits falls into the limbs.
+struct Split {
+  explicit Split(std::size_t count)
+      : above(count < kLimbDigits ? 0 : count - kLimbDigits), below(count - above) {}
+  bool holds(std::uint64_t low, std::uint64_t high) const {
+    return low < digits::kPowerOfTen[below] && high < digits::kPowerOfTen[above];
+  }
+  std::size_t above, below;
+};
+
 template <int N>
 inline char *to_text(char *text, const unsigned char *src) {
-  constexpr std::size_t limit = kMember<N>.digits;
   const std::size_t count = src[0];
-  if (count == 0 || count > limit) {
+  if (count == 0 || count > kMember<N>.digits) {
     *text = '\0';
     return text;
   }
   // Both limbs before the first digit: the text may be written where the field stands.
   const std::uint64_t low = wide::load_limb<N, 0>(src + 1);
   const std::uint64_t high = wide::load_limb<N, 1>(src + 1);
-  const std::size_t above = count < kLimbDigits ? 0 : count - kLimbDigits;
-  const std::size_t below = count - above;
-  if (low >= digits::kPowerOfTen[below] || high >= digits::kPowerOfTen[above])
-    return cut_to_text<N>(text, src + 1, count);
+  const Split split(count);
+  if (!split.holds(low, high)) return cut_to_text<N>(text, src + 1, count);
   unsigned char limb[8];
-  if (above != 0) {
+  if (split.above != 0) {
     bytes::store(limb, high);
-    _8btoa(limb, text, static_cast<int>(above));
+    _8btoa(limb, text, static_cast<int>(split.above));
   }
   bytes::store(limb, low);
-  _8btoa(limb, text + above, static_cast<int>(below));
+  _8btoa(limb, text + split.above, static_cast<int>(split.below));
   return text;
+}
+
+template <int N>
+inline int is_well_formed(const unsigned char *src) {
+  return src[0] <= kMember<N>.digits &&
+         Split(src[0]).holds(wide::load_limb<N, 0>(src + 1), wide::load_limb<N, 1>(src + 1));
 }
 
 }  // namespace campotipo::codes::digit_string

@@ -53,4 +53,13 @@ char *BSTR35_btoa(char *text, const unsigned char *src) {
 char *BSTR38_btoa(char *text, const unsigned char *src) {
   return digit_string::to_text<16>(text, src);
 }
+
+int BSTR21_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<9>(src); }
+int BSTR23_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<10>(src); }
+int BSTR26_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<11>(src); }
+int BSTR28_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<12>(src); }
+int BSTR31_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<13>(src); }
+int BSTR33_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<14>(src); }
+int BSTR35_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<15>(src); }
+int BSTR38_bem_formado(const unsigned char *src) { return digit_string::is_well_formed<16>(src); }
 }

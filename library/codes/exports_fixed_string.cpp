@@ -68,4 +68,14 @@ int CODSTR50_nao_zero(const unsigned char *src, int) {
 int CODSTR52_nao_zero(const unsigned char *src, int) {
   return fixed_string::has_content(src, CODSTR52_BYTES);
 }
+
+int CODSTR_bem_formado(const unsigned char *src, int n) {
+  return fixed_string::is_well_formed(src, n);
+}
+int CODSTR50_bem_formado(const unsigned char *src) {
+  return fixed_string::is_well_formed(src, CODSTR50_BYTES);
+}
+int CODSTR52_bem_formado(const unsigned char *src) {
+  return fixed_string::is_well_formed(src, CODSTR52_BYTES);
+}
 }

@@ -29,4 +29,5 @@ char *CODALFNN_btoa(char *dest, const CODALFNN *record) {
 
 int CODALFNN_nao_zero(const CODALFNN *record, int opc) { return packed::has_content(record, opc); }
 int CODALFNN_compara(const CODALFNN *a, const CODALFNN *b) { return packed::compare(a, b); }
+int CODALFNN_bem_formado(const CODALFNN *record) { return packed::is_well_formed(record); }
 }

@@ -44,4 +44,12 @@ inline int compare(const unsigned char *a, const unsigned char *b, int n) {
   return (order > 0) - (order < 0);
 }
 
+// What stands behind the NUL is what a cleared field held before.
+inline int is_well_formed(const unsigned char *src, int n) {
+  int at = 0;
+  while (at < n && src[at] != '\0') ++at;
+  while (at < n && src[at] == '\0') ++at;
+  return at >= n;
+}
+
 }  // namespace campotipo::codes::fixed_string

@@ -2,20 +2,220 @@
 
 #include <campotipo/codes.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "codes/alphabet.hpp"
-#include "codes/packed_block.hpp"
-#include "codes/packed_read.hpp"
-#include "codes/packed_save.hpp"
+#include "codes/x86/packed_blocks.hpp"
 
-// Packed codes of n positions at six bits each.
+// Packed codes of n positions at six bits each, one position at a time. What goes sixteen positions
+// at a time, and gives the same, is asked first where there is such a processor.
 namespace campotipo::codes::packed {
 
-static_assert(CODALFA_BYTES(kBlock) == kBlockBytes);
+// A number of positions that is part of the type, so that all sizes are known to the compiler.
+template <int n>
+inline constexpr std::integral_constant<int, n> fixed{};
 
-// The sizes that the header promises.
+// ---- The stored form ---------------------------------------------------------------------------
+//
+// The codes stand one behind the other as bits, the most significant first, and the bytes are that
+// row of bits cut every eight: four positions are three bytes. "AB-1" in five positions, with two
+// spare bits behind them:
+//
+//     character   A      B      -      1      none
+//     code        12     13     38     3      0      spare
+//     bits        001100 001101 100110 000011 000000 00
+//     bits        00110000 11011001 10000011 00000000
+//     bytes       30       D9       83       00
+
+// The four positions that begin at `at`, as one number with the first in its top six bits. Bytes
+// behind the field are not read, and their positions are empty.
+inline unsigned four_at(const unsigned char *src, std::size_t n, std::size_t at) {
+  const unsigned char *from = src + at / 4 * 3;
+  unsigned four = unsigned{from[0]} << 16;
+  if (n - at > 1) four |= unsigned{from[1]} << 8;
+  if (n - at > 2) four |= from[2];
+  return four;
+}
+
+inline unsigned code_at(const unsigned char *src, std::size_t n, std::size_t position) {
+  return four_at(src, n, position & ~std::size_t{3}) >> (18 - position % 4 * 6) & 63;
+}
+
+// NUL where the code is none and so ends the data.
+inline char character_at(const unsigned char *src, std::size_t n, std::size_t position) {
+  return kCharacterOfCode[code_at(src, n, position)];
+}
+
+constexpr std::size_t positions_of(int n) { return n > 0 ? static_cast<std::size_t>(n) : 0; }
+
+// ---- Saving ------------------------------------------------------------------------------------
+
+inline void put_four(unsigned char *dest, std::size_t n, std::size_t at, unsigned four) {
+  unsigned char *to = dest + at / 4 * 3;
+  to[0] = static_cast<unsigned char>(four >> 16);
+  if (n - at > 1) to[1] = static_cast<unsigned char>(four >> 8);
+  if (n - at > 2) to[2] = static_cast<unsigned char>(four);
+}
+
+// What of a text counts: the characters that have a code, without the blanks that end it.
+struct Count {
+  std::size_t length = 0;
+  std::size_t before_strange = SIZE_MAX;  // those in front of the first character without a code
+};
+
+inline Count count_text(const char *text) {
+  Count count;
+  for (std::size_t seen = 0; *text != '\0'; ++text) {
+    const int code = code_of(*text);
+    if (code < 0) {
+      count.before_strange = std::min(count.before_strange, seen);
+      continue;
+    }
+    ++seen;
+    if (code != kBlankCode) count.length = seen;
+  }
+  return count;
+}
+
+// The code of the next character that has one.
+inline unsigned next_code(const char *&text) {
+  int code;
+  do code = code_of(*text++);
+  while (code < 0);
+  return static_cast<unsigned>(code);
+}
+
+inline bool only_digits(const char *text, std::size_t length) {
+  for (std::size_t taken = 0; taken < length; ++taken)
+    if (next_code(text) - kZeroCode > kNineCode - kZeroCode) return false;
+  return length != 0;
+}
+
+inline int save_by_character(unsigned char *dest, const char *text, int n, int opc) {
+  const std::size_t positions = positions_of(n);
+  const Count count = count_text(text);
+  std::size_t cut = 0;
+  std::size_t fill = 0;
+  if (count.length > positions && has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA))
+    cut = count.length - positions;
+  if (count.length < positions && has_flag(opc, CODALFA_OPC_ZEROS) &&
+      (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || only_digits(text, count.length)))
+    fill = positions - count.length;
+
+  for (std::size_t dropped = 0; dropped < cut; ++dropped) next_code(text);
+  const std::size_t stored = std::min(count.length - cut, positions);
+  const std::size_t end = fill + stored;
+  std::size_t at = 0;
+  for (; at < end; at += 4) {
+    unsigned four = 0;
+    for (std::size_t position = at; position < at + 4; ++position) {
+      four <<= 6;
+      if (position < end) four |= position < fill ? unsigned{kZeroCode} : next_code(text);
+    }
+    put_four(dest, positions, at, four);
+  }
+  if (at < positions) std::memset(dest + at / 4 * 3, 0, CODALFA_BYTES(positions - at));
+  // A character without a code counts if it was met: in front of the last that was taken.
+  return count.before_strange >= cut + stored;
+}
+
+// 1, or 0 if a character without a code was passed over.
+template <class N>
+[[gnu::always_inline]] inline int save(unsigned char *dest, const char *text, N n, int opc) {
+  return save_in_blocks(dest, text, n, opc);
+}
+
+// ---- Reading -----------------------------------------------------------------------------------
+
+inline char *decode_by_position(char *dest, const unsigned char *src, int n) {
+  const std::size_t positions = positions_of(n);
+  for (std::size_t at = 0; at < positions; at += 4) {
+    const unsigned four = four_at(src, positions, at);
+    const std::size_t here = std::min<std::size_t>(positions - at, 4);
+    for (std::size_t i = 0; i < here; ++i, ++dest) {
+      *dest = kCharacterOfCode[four >> (18 - 6 * i) & 63];
+      if (*dest == '\0') return dest;
+    }
+  }
+  *dest = '\0';
+  return dest;
+}
+
+// What the options make of the whole text of a field, which ends at `end` with a NUL.
+[[gnu::noinline]] inline char *apply_options(char *text, char *end, int opc, int width) {
+  const auto length = static_cast<std::size_t>(end - text);
+  const std::size_t wanted = width > 0 ? static_cast<std::size_t>(width) : 0;
+  if (length < wanted) {
+    const std::size_t missing = wanted - length;
+    if (has_flag(opc, CODALFA_OPC_ZEROS) &&
+        (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || only_digits(text, length))) {
+      std::memmove(text + missing, text, length);
+      std::memset(text, '0', missing);
+    } else {
+      std::memset(end, ' ', missing);
+    }
+    text[wanted] = '\0';
+  } else if (wanted > 0) {
+    if (has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA)) std::memmove(text, end - wanted, wanted + 1);
+  } else if (has_flag(opc, CODALFA_OPC_ZEROS) && !has_flag(opc, CODALFA_OPC_SO_DIGITOS)) {
+    const char *first = text;
+    while (*first == '0') ++first;
+    std::memmove(text, first, static_cast<std::size_t>(end - first) + 1);
+  }
+  return text;
+}
+
+template <class N>
+[[gnu::always_inline]] inline char *extract(char *dest, const unsigned char *src, N n, int opc,
+                                            int width) {
+  char *end = decode_in_blocks(dest, src, n);
+  if (width > 0 || has_flag(opc, CODALFA_OPC_ZEROS)) return apply_options(dest, end, opc, width);
+  return dest;
+}
+
+inline int has_content(const unsigned char *src, int n, int opc) {
+  const std::size_t positions = positions_of(n);
+  for (std::size_t position = 0; position < positions; ++position) {
+    const char c = character_at(src, positions, position);
+    if (c != '0' || !has_flag(opc, CODALFA_OPC_ZERO_VAZIO)) return c != '\0';
+  }
+  return 0;
+}
+
+// -1, 0 or 1 by the first position at which the characters differ, unless both have ended by then.
+// NUL comes before every character.
+inline int compare(const unsigned char *a, const unsigned char *b, int n) {
+  const std::size_t positions = positions_of(n);
+  for (std::size_t position = 0; position < positions; ++position) {
+    const char of_a = character_at(a, positions, position);
+    const char of_b = character_at(b, positions, position);
+    if (of_a != of_b || of_a == '\0') return (of_a > of_b) - (of_a < of_b);
+  }
+  return 0;
+}
+
+// Characters, then empty positions, then spare bits of 0. A blank in front of an empty position
+// would have been dropped; in the last position one may be left of a text that was cut.
+inline int is_well_formed(const unsigned char *src, int n) {
+  const std::size_t positions = positions_of(n);
+  unsigned before = kZeroCode;
+  for (std::size_t position = 0; position < positions; ++position) {
+    const unsigned code = code_at(src, positions, position);
+    if (code > kCharacters) return 0;
+    if (code == 0 ? before == kBlankCode : before == 0) return 0;
+    before = code;
+  }
+  constexpr unsigned char kSpare[] = {0, 3, 15, 63};
+  return (positions == 0 || (src[CODALFA_BYTES(positions) - 1] & kSpare[positions % 4]) == 0);
+}
+
+// ---- The sizes that the header promises --------------------------------------------------------
+
 consteval bool header_agrees() {
   constexpr int sizes[][3] = {
       {CODALF05_CHARACTERS, CODALF05_BYTES, CODALF05_TEXT_SIZE},
@@ -28,14 +228,12 @@ consteval bool header_agrees() {
       {CODALF40_CHARACTERS, CODALF40_BYTES, CODALF40_TEXT_SIZE},
   };
   for (const auto &[characters, bytes, text_size] : sizes)
-    if (bytes != CODALFA_BYTES(characters) || text_size != characters + 1) return false;
+    if (bytes != (6 * characters + 7) / 8 || text_size != characters + 1) return false;
   return true;
 }
 static_assert(header_agrees());
 
-// A number of positions that is part of the type, so that all sizes are known to the compiler.
-template <int n>
-inline constexpr std::integral_constant<int, n> fixed{};
+// ---- The ends of the alphabet ------------------------------------------------------------------
 
 inline constinit std::atomic<int> greatest_character{0};
 

@@ -49,6 +49,10 @@ inline int has_content(const CODALFNN *record, int opc) {
   return is_valid(record) ? has_content(record->dados, record->caracteres, opc) : 0;
 }
 
+inline int is_well_formed(const CODALFNN *record) {
+  return is_valid(record) && is_well_formed(record->dados, record->caracteres);
+}
+
 inline int compare(const CODALFNN *a, const CODALFNN *b) {
   const bool valid = is_valid(a);
   if (valid != is_valid(b)) return valid ? -1 : 1;

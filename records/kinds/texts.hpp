@@ -14,11 +14,6 @@
 // Texts: packed codes, plain strings and digit strings.
 namespace campotipo::tool::texts {
 
-constexpr int code_bytes(int positions) { return (6 * positions + 7) / 8; }
-
-// What is wrong with the stored form of a packed code of n positions.
-const char *code_fault(const unsigned char *field, const Params &p);
-
 // Stores a text in a plain string, through the character set of the record.
 const char *take_string(unsigned char *field, std::string_view text, const Params &p);
 const char *string_fault(const unsigned char *field, const Params &p);
@@ -65,7 +60,7 @@ constexpr FieldType code_row(const char *name, int positions) {
   FieldType type = {};
   type.name = name;
   type.family = "packed code";
-  type.bytes = positions == 0 ? 0 : code_bytes(positions);
+  type.bytes = CODALFA_BYTES(positions);
   type.count = positions;
   type.unit = "positions";
   type.form = "A-Z 0-9 blank -._/+,:#@*$%!";
@@ -73,7 +68,9 @@ constexpr FieldType code_row(const char *name, int positions) {
   type.keys = kOptions | kFold | (positions == 0 ? kPositions : kNoKeys);
   type.traits = kText;
   type.room = code_room;
-  type.fault = code_fault;
+  type.fault = [](const unsigned char *field, const Params &p) {
+    return CODALFA_bem_formado(field, p.n) != 0 ? nullptr : "invalid packed code";
+  };
   return type;
 }
 
@@ -154,9 +151,6 @@ const char *take_digits(unsigned char *field, std::string_view text, const Param
   return judge::digits(text, Digits);
 }
 
-// What is wrong with a digit string of at most `greatest` digits and a number of `bytes` bytes.
-const char *digits_fault(const unsigned char *field, int greatest, int bytes);
-
 // Digit strings have no order of their own in the library: that of their texts.
 template <auto ToText, int Digits>
 int compare_digits(const unsigned char *a, const unsigned char *b, const Params &) {
@@ -165,7 +159,7 @@ int compare_digits(const unsigned char *a, const unsigned char *b, const Params 
   return std::strcmp(ToText(first, a), ToText(second, b));
 }
 
-template <int Digits, int Bytes, auto FromText, auto ToText>
+template <int Digits, int Bytes, auto FromText, auto ToText, auto WellFormed>
 constexpr FieldType digits(const char *name) {
   FieldType type = {};
   type.name = name;
@@ -181,7 +175,7 @@ constexpr FieldType digits(const char *name) {
   type.put = put_code<ToText>;
   type.take = take_digits<FromText, ToText, Digits>;
   type.fault = [](const unsigned char *field, const Params &) {
-    return digits_fault(field, Digits, Bytes - 1);
+    return WellFormed(field) != 0 ? nullptr : "invalid digit string";
   };
   type.compare = compare_digits<ToText, Digits>;
   return type;

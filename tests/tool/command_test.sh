@@ -70,7 +70,7 @@ expect 0 "CODALF40" types
 expect 0 "31/12/2024" show DATAC 9FD18F
 expect 0 "12.50%" show PORC2 E204
 expect 0 "not well formed" show CODALF05 30D98303
-expect 1 "spare bits" show CODALF05 30D98303 --strict
+expect 1 "invalid packed code" show CODALF05 30D98303 --strict
 expect 2 "expected 3" show DATAC 9FD1
 expect 2 "hexadecimal" show DATAC 9FD18
 expect 2 "hexadecimal" show DATAC 9FZ18F

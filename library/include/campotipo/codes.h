@@ -276,6 +276,24 @@ CAMPOTIPO_API int CODALF36_igual(const unsigned char *a, const unsigned char *b)
 CAMPOTIPO_API int CODALF40_igual(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * bem_formado: 1 if the stored form is one that this library writes, else 0: codes 1 to 50 alone,
+ * code 0 in all positions behind them, no blank in front of an empty position, spare bits 0. Other
+ * fields can be read all the same, but a text read from them gives other bytes when it is stored.
+ *
+ * src   CODALFA_BYTES(n) bytes
+ * n     positions; 0 or less reads nothing and gives 1
+ */
+CAMPOTIPO_API int CODALFA_bem_formado(const unsigned char *src, int n) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF05_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF12_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF14_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF17_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF20_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF32_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF36_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALF40_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+
+/*
  * CODALFA_menor_caracter: the least character of the alphabet by value, 32 (blank).
  * CODALFA_menor_carac_para_trailler: the least that a trailer may begin with, 48 ("0").
  * CODALFA_maior_caracter: the greatest, 95 ("_"). It is looked for at the first call.
@@ -361,13 +379,15 @@ CAMPOTIPO_API char *CODALFNN_opc_btoa(char *dest, const CODALFNN *record, int op
 CAMPOTIPO_API char *CODALFNN_btoa(char *dest, const CODALFNN *record) CAMPOTIPO_NOEXCEPT;
 
 /*
- * CODALFNN_nao_zero: like CODALFA_nao_zero; 0 if the record is not valid.
+ * CODALFNN_nao_zero, CODALFNN_bem_formado: like CODALFA_nao_zero and CODALFA_bem_formado; 0 if the
+ * record is not valid.
  *
  * CODALFNN_compara: like CODALFA_compara. Two valid records of different sizes have no order and
  * give 0, whatever they hold. A valid record comes before one that is not valid (-1, or 1 the other
  * way round), and two that are not valid give 0.
  */
 CAMPOTIPO_API int CODALFNN_nao_zero(const CODALFNN *record, int opc) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODALFNN_bem_formado(const CODALFNN *record) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int CODALFNN_compara(const CODALFNN *a, const CODALFNN *b) CAMPOTIPO_NOEXCEPT;
 
 /*
@@ -472,6 +492,17 @@ CAMPOTIPO_API int CODSTR50_igual(const unsigned char *a, const unsigned char *b)
 CAMPOTIPO_API int CODSTR52_igual(const unsigned char *a, const unsigned char *b) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * bem_formado: 1 if every byte behind the first NUL is NUL too, as this library leaves them in a
+ * field that was cleared before its first save, else 0. Any byte may stand in front of it.
+ *
+ * src   n bytes
+ * n     bytes of the field; 0 or less reads nothing and gives 1
+ */
+CAMPOTIPO_API int CODSTR_bem_formado(const unsigned char *src, int n) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODSTR50_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int CODSTR52_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+
+/*
  * ------------------------------------------------------------------------------------------------
  * Digit strings
  * ------------------------------------------------------------------------------------------------
@@ -557,6 +588,21 @@ CAMPOTIPO_API char *BSTR31_btoa(char *text, const unsigned char *src) CAMPOTIPO_
 CAMPOTIPO_API char *BSTR33_btoa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API char *BSTR35_btoa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API char *BSTR38_btoa(char *text, const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+
+/*
+ * BSTRnn_bem_formado: 1 if the stored form is one that this library writes, else 0: a count of 0 to
+ * nn, a number that has no more digits than it counts, and 19 digits at most in the low limb.
+ *
+ * src   the member's bytes
+ */
+CAMPOTIPO_API int BSTR21_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR23_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR26_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR28_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR31_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR33_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR35_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int BSTR38_bem_formado(const unsigned char *src) CAMPOTIPO_NOEXCEPT;
 
 #ifdef __cplusplus
 }
