@@ -13,7 +13,6 @@
 #include "layout/reader.hpp"
 #include "pictures/drawings.hpp"
 #include "rows/program.hpp"
-#include "text/scan.hpp"
 
 namespace {
 
@@ -23,8 +22,8 @@ void require(bool holds) {
   if (!holds) std::abort();
 }
 
-// Any bytes, made a record: a field that is not well formed loses its value.
-std::string record_of(const RecordType &type, std::uint32_t seed) {
+// Any bytes, made a record of the kind: a field that is not well formed loses its value.
+std::string record_of(const Layout &layout, const RecordType &type, std::uint32_t seed) {
   std::string bytes(type.bytes, '\0');
   for (char &c : bytes) c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
   for (const Field &fill : type.fill) bytes.replace(fill.offset, fill.bytes, fill.params.fill);
@@ -32,9 +31,11 @@ std::string record_of(const RecordType &type, std::uint32_t seed) {
   for (const Field &field : type.fields) {
     if (field_fault(field, record) == nullptr) continue;
     std::fill_n(record + field.offset, field.bytes, static_cast<unsigned char>(0));
-    const char no_text[1 + scan::kPadding] = {};
-    require(field.type->take(record + field.offset, {no_text, 0}, field.params) == nullptr);
+    require(field.type->take(record + field.offset, PaddedText(), field.params) == nullptr);
     require(field.check != nullptr || field_fault(field, record) == nullptr);
+  }
+  if (layout.several() && !type.when.empty()) {
+    bytes.replace(layout.select_offset, layout.select_bytes, type.when[0]);
   }
   return bytes;
 }
@@ -48,8 +49,9 @@ void come_back(const Layout &layout) {
   text.append(csv_header(layout, layout.columns, false, "\r\n"));
   for (std::uint32_t i = 0; i < 3 * layout.types.size(); ++i) {
     const std::size_t kind = i % layout.types.size();
-    const std::string record = record_of(layout.types[kind], i);
+    const std::string record = record_of(layout, layout.types[kind], i);
     const auto *bytes = reinterpret_cast<const unsigned char *>(record.data());
+    if (layout.type_of(bytes) != &layout.types[kind]) continue;
     csv[kind].run(bytes, text);
     json[kind].run(bytes, other);
     records += length_prefix(layout, layout.types[kind]) + record;

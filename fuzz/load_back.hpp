@@ -22,8 +22,8 @@ inline std::string load_back(const tool::Layout &layout, const std::string &csv,
   const tool::Loader loader(layout, header, {}, "fuzz");
   std::string records;
   tool::LoadedBlock loaded;
-  while (stream.fill(loaded.csv)) {
-    loader.load(loaded, false);
+  while (stream.read(loaded.csv)) {
+    loader.load(loaded);
     if (!loaded.lost.empty() || !loaded.fault.empty()) std::abort();
     records += loaded.records.view();
   }

@@ -19,7 +19,8 @@ namespace {
 constexpr const char *kAbout =
     "See, check and move files of fixed-layout records.\n\n"
     "Exit status: 0 all is well; 1 check found something, a file does not follow its layout, or a\n"
-    "value was lost and --strict was given; 2 a command, layout or file that cannot be used.";
+    "value does not fit whole and --lossy was not given; 2 a command, layout or file that cannot\n"
+    "be used.";
 
 void add_all(CLI::App &app, Action &action) {
   app.require_subcommand(1);

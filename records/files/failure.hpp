@@ -9,7 +9,7 @@ namespace campotipo::tool {
 enum Status { kGood = 0, kFound = 1, kUnusable = 2 };
 
 // Ends the command with a message and a status: a command, layout or file that cannot be used, or
-// (kFound) a value lost under --strict.
+// (kFound) a value that cannot be stored whole.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string &message, Status status = kUnusable)
@@ -18,6 +18,19 @@ class Failure : public std::runtime_error {
 
  private:
   Status status_;
+};
+
+// A layout that cannot be used: the message names file, line and column.
+class LayoutFailure : public Failure {
+ public:
+  LayoutFailure(const std::string &place, const std::string &reason)
+      : Failure(place + ": " + reason), reason_(reason) {}
+
+  // The message without the place.
+  const std::string &reason() const { return reason_; }
+
+ private:
+  std::string reason_;
 };
 
 }  // namespace campotipo::tool

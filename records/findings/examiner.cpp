@@ -1,5 +1,6 @@
 #include "findings/examiner.hpp"
 
+#include "text/ascii.hpp"
 #include "text/quote.hpp"
 
 namespace campotipo::tool {
@@ -23,7 +24,8 @@ void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &reco
   const char *fault = field_fault(field, bytes);
   if (fault == nullptr) return;
   const std::string text = field_text(field, bytes);
-  const std::string shown = hex(bytes + field.offset, std::min<std::size_t>(field.bytes, 24));
+  const std::string shown =
+      ascii::hex(bytes + field.offset, std::min<std::size_t>(field.bytes, 24));
   found({record.type,
          field_label(*layout_, *record.type, field),
          fault,

@@ -24,18 +24,19 @@ bool Tally::add(const std::string &field, const std::string &what, const Place &
   Entry &counted = entry(field, what);
   ++counted.count;
   ++total_;
-  if (counted.places.size() >= kPlaces) return false;
+  if (counted.places.size() >= places_) return false;
   counted.places.push_back(place);
   return true;
 }
 
-void Tally::merge(const Tally &other, std::uint64_t records) {
+void Tally::merge(const Tally &other, std::uint64_t records, std::uint64_t lines) {
   for (const Line &line : other.lines_) {
     Entry &counted = entry(line.field, line.what);
     counted.count += line.entry.count;
     for (Place place : line.entry.places) {
-      if (counted.places.size() >= kPlaces) break;
+      if (counted.places.size() >= places_) break;
       place.record += records;
+      place.line += lines;
       counted.places.push_back(std::move(place));
     }
   }

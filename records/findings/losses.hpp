@@ -15,12 +15,17 @@ struct Place {
   std::uint64_t record = 0;  // from 1
   std::uint64_t offset = 0;  // in the file
   std::string value;         // as it stands there, shortened
+  std::uint64_t line = 0;    // of a CSV file, from 1
 };
 
 // Values counted by field and by what is wrong with them, with the first places.
 class Tally {
  public:
   static constexpr std::size_t kPlaces = 5;
+  static constexpr std::size_t kEveryPlace = SIZE_MAX;
+
+  // places: how many are kept of each pair of a field and what is wrong.
+  explicit Tally(std::size_t places = kPlaces) : places_(places) {}
 
   struct Entry {
     std::uint64_t count = 0;
@@ -30,8 +35,9 @@ class Tally {
   // True if the place was kept: the value may then be told to `place(...)`.
   bool add(const std::string &field, const std::string &what, const Place &place);
 
-  // Takes over what was counted elsewhere, whose records are numbered from 1 on after `records`.
-  void merge(const Tally &other, std::uint64_t records);
+  // Takes over what was counted elsewhere, whose records and lines are numbered from 1 on after
+  // those told.
+  void merge(const Tally &other, std::uint64_t records, std::uint64_t lines = 0);
 
   std::uint64_t total() const { return total_; }
   bool empty() const { return total_ == 0; }
@@ -47,6 +53,7 @@ class Tally {
  private:
   Entry &entry(const std::string &field, const std::string &what);
 
+  std::size_t places_;
   std::map<std::pair<std::string, std::string>, std::size_t> known_;
   std::vector<Line> lines_;
   std::uint64_t total_ = 0;

@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "kinds/judge.hpp"
+#include "kinds/conversion.hpp"
 #include "kinds/numbers.hpp"
 #include "kinds/type.hpp"
 
@@ -27,14 +27,19 @@ inline char *put(char *out, const unsigned char *area, const Params &p) {
   return out + std::strlen(out);
 }
 
-inline const char *take(unsigned char *area, std::string_view text, const Params &p) {
+inline const char *take(unsigned char *area, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
+  const auto store = p.big ? ZBTFIELD_big_monta_campo : ZBTFIELD_monta_campo;
   unsigned char value[8];
   _ato8(value, text.data());
-  (p.big ? ZBTFIELD_big_monta_campo : ZBTFIELD_monta_campo)(value, area, p.start, p.n);
+  store(value, area, p.start, p.n);
   char back[BIN8_TEXT_SIZE];
   const char *end = put(back, area, p);
-  return judge::decimal(text, {back, end}, 0);
+  const char *lost = conversion::decimal(text.view(), {back, end}, 0);
+  if (lost == nullptr || lost == conversion::kDecimalsCut) return lost;
+  std::memset(value, 0, sizeof value);
+  store(value, area, p.start, p.n);
+  return lost;
 }
 
 // The spare bits behind the last part belong to the area.
@@ -87,12 +92,15 @@ inline char *put_guid(char *out, const unsigned char *field, const Params &p) {
   return out + std::strlen(out);
 }
 
-inline const char *take_guid(unsigned char *field, std::string_view text, const Params &p) {
+inline const char *take_guid(unsigned char *field, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
   ZGUID_parse(field, text.data());
   char back[kGuidText];
   put_guid(back, field, p);
-  return judge::same(text, back) ? nullptr : judge::guid(text, back);
+  if (conversion::same(text.view(), back)) return nullptr;
+  const char *lost = conversion::guid(text.view(), back);
+  if (lost != nullptr) std::memset(field, 0, kGuidBytes);
+  return lost;
 }
 
 constexpr FieldType guid(const char *name) {
@@ -127,9 +135,7 @@ constexpr FieldType fill(const char *name) {
   type.keys = kBytes | kValue;
   type.room = [](const Params &) { return std::size_t{0}; };
   type.put = [](char *out, const unsigned char *, const Params &) { return out; };
-  type.take = [](unsigned char *, std::string_view, const Params &) -> const char * {
-    return nullptr;
-  };
+  type.take = [](unsigned char *, PaddedText, const Params &) -> const char * { return nullptr; };
   type.fault = [](const unsigned char *field, const Params &p) -> const char * {
     return std::memcmp(field, p.fill.data(), p.fill.size()) == 0 ? nullptr
                                                                  : "other bytes than told";

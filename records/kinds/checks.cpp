@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "text/ascii.hpp"
+
 namespace campotipo::tool {
 
 namespace {
@@ -48,8 +50,6 @@ constexpr NamedCheck kChecks[] = {
      kNone, nullptr},
 };
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 }  // namespace
 
 std::span<const NamedCheck> named_checks() { return kChecks; }
@@ -71,7 +71,7 @@ std::string without_punctuation(std::string_view text) {
 bool holds(const NamedCheck &check, std::string_view text) {
   std::string clean = without_punctuation(text);
   if (clean.find_first_not_of('0') == std::string::npos) return true;
-  if (clean.size() < check.shortest && std::all_of(clean.begin(), clean.end(), is_digit)) {
+  if (clean.size() < check.shortest && ascii::all_digits(clean)) {
     clean.insert(0, check.shortest - clean.size(), '0');
   }
   return check.holds(clean.data(), 0) != 0;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "text/ascii.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::tool {
@@ -93,8 +94,8 @@ bool repeated(const Parts &d) {
   return d.day == d.month && d.day % 11 == 0 && d.day > 12 && d.day == d.year % 100;
 }
 
-// The digits of a text of this form, which sixteen readable bytes follow; false for other texts.
-bool read_form(const DatePattern::Form &form, std::string_view text, unsigned char *digits) {
+// The digits of a text of this form; false for other texts.
+bool read_form(const DatePattern::Form &form, PaddedText text, unsigned char *digits) {
   if (text.size() != form.length) return false;
   const auto vector = [](const auto &bytes) {
     return scan::load(reinterpret_cast<const char *>(bytes.data()));
@@ -112,14 +113,15 @@ bool read_form(const DatePattern::Form &form, std::string_view text, unsigned ch
 
 int pair(const unsigned char *digits) { return digits[0] * 10 + digits[1]; }
 
+constexpr char kNoDate[] = "a date that does not exist";
+
+// Null where the field says the date, or stands for none as the date does.
 const char *kept(const unsigned char *field, const Parts &d, bool with_century) {
-  if (DATAC_dia(field) == d.day && DATAC_mes(field) == d.month &&
-      (with_century ? DATAC_ano1(field) == d.year : DATAC_ano(field) == d.year % 100)) {
-    return nullptr;
+  if (DATAC_dia(field) != d.day || DATAC_mes(field) != d.month) return kNoDate;
+  if (with_century ? DATAC_ano1(field) != d.year : DATAC_ano(field) != d.year % 100) {
+    return "a year that the encoding does not hold";
   }
-  return d.day == DATAC_dia(field) && d.month == DATAC_mes(field)
-             ? "a year that the encoding does not hold"
-             : "a date that does not exist";
+  return DATAC_nao_zero(field) == 0 || DATAC_valida(field) != 0 || repeated(d) ? nullptr : kNoDate;
 }
 
 }  // namespace
@@ -149,21 +151,22 @@ char *put(char *out, const unsigned char *field, const Params &p) {
   return out + form.length;
 }
 
-const char *take_packed(unsigned char *field, Parts d, bool century) {
+namespace {
+
+void store_empty(unsigned char *field, bool packed) {
+  DATAC_fmt_monta(field, packed ? DATAC_FORMATO_COMPACTO : DATAC_FORMATO_DECIMAL, 0, 0, 0);
+}
+
+const char *store_packed(unsigned char *field, Parts d, bool century) {
   const bool never = repeated(d) && (!century || d.year == d.day * 101);
   if (!century && !never) d.year = CRONOBASE_ano_com_quatro(d.year);
-  DATAC_fmt_monta(field, 1, d.day, d.month, never ? d.day : d.year);
+  DATAC_fmt_monta(field, DATAC_FORMATO_COMPACTO, d.day, d.month, never ? d.day : d.year);
   const bool whole = DATAC_nao_zero(field) != 0 && d.year <= kGreatestYear;
   const bool zero = d.day == 0 && d.month == 0 && d.year == 0;
   return whole || never || zero ? nullptr : kept(field, d, true);
 }
 
-const char *take(unsigned char *field, std::string_view text, const Params &p) {
-  bool packed = p.encoding == DateEncoding::kPacked;
-  if (text.empty()) {
-    if (packed) DATAC_fmt_monta(field, 1, 0, 0, 0);
-    return nullptr;
-  }
+const char *store(unsigned char *field, PaddedText text, const Params &p) {
   unsigned char digits[DatePattern::kDigits] = {};
   bool century = p.pattern->has_century;
   if (!century || !read_form(p.pattern->full, text, digits)) {
@@ -172,10 +175,19 @@ const char *take(unsigned char *field, std::string_view text, const Params &p) {
   }
   Parts d = {pair(digits), pair(digits + 2), pair(digits + 6)};
   if (century) d.year += 100 * pair(digits + 4);
-  if (p.encoding == DateEncoding::kBoth) packed = century;
-  if (packed) return take_packed(field, d, century);
-  DATAC_fmt_monta(field, 0, d.day, d.month, d.year);
+  const bool packed =
+      p.encoding == DateEncoding::kBoth ? century : p.encoding == DateEncoding::kPacked;
+  if (packed) return store_packed(field, d, century);
+  DATAC_fmt_monta(field, DATAC_FORMATO_DECIMAL, d.day, d.month, d.year);
   return kept(field, d, century);
+}
+
+}  // namespace
+
+const char *take(unsigned char *field, PaddedText text, const Params &p) {
+  const char *lost = text.empty() ? nullptr : store(field, text, p);
+  if (text.empty() || lost != nullptr) store_empty(field, p.encoding == DateEncoding::kPacked);
+  return lost;
 }
 
 const char *fault(const unsigned char *field, const Params &p) {
@@ -187,8 +199,7 @@ const char *fault(const unsigned char *field, const Params &p) {
   }
   if (!packed && !well_formed) return "digits past those of a date";
   const Parts d = {DATAC_dia(field), DATAC_mes(field), DATAC_ano1(field)};
-  if (DATAC_nao_zero(field) != 0 && DATAC_valida(field) == 0 && !repeated(d))
-    return "a date that does not exist";
+  if (DATAC_nao_zero(field) != 0 && DATAC_valida(field) == 0 && !repeated(d)) return kNoDate;
   return well_formed ? nullptr : "bits that no date has";
 }
 
@@ -205,7 +216,7 @@ bool read_parts(std::string_view text, char separator, int *parts, int count) {
     if (end == std::string_view::npos || end < 1 || end > 3 || (i > 0 && end != 2)) return false;
     parts[i] = 0;
     for (const char c : text.substr(0, end)) {
-      if (c < '0' || c > '9') return false;
+      if (!ascii::is_digit(c)) return false;
       parts[i] = parts[i] * 10 + (c - '0');
     }
     text.remove_prefix(i + 1 < count ? end + 1 : end);
@@ -229,26 +240,39 @@ char *put_seconds(char *out, const unsigned char *field, const Params &p) {
   return fill_hour(HHMMSS_edita_sep(out, field, p.separator, 0));
 }
 
-const char *take_minutes(unsigned char *field, std::string_view text, const Params &p) {
-  if (text.empty()) return nullptr;
+namespace {
+
+constexpr char kNoTime[] = "a time that does not exist";
+
+const char *store_minutes(unsigned char *field, std::string_view text, const Params &p) {
   int parts[2];
   if (!read_parts(text, p.separator, parts, 2)) return "is no time of day";
   const int number = parts[0] * 100 + parts[1];
   field[0] = static_cast<unsigned char>(number & 0xFF);
   field[1] = static_cast<unsigned char>(number >> 8 & 0xFF);
-  return HORAC_valida(field) != 0 ? nullptr : "a time that does not exist";
+  return HORAC_valida(field) != 0 ? nullptr : kNoTime;
 }
 
-const char *take_seconds(unsigned char *field, std::string_view text, const Params &p) {
-  if (text.empty()) return nullptr;
+const char *store_seconds(unsigned char *field, std::string_view text, const Params &p) {
   int parts[3];
   if (!read_parts(text, p.separator, parts, 3)) return "is no time of day";
-  bool fits = true;
-  for (int i = 0; i < 3; ++i) {
-    fits = fits && parts[i] <= 0xFF;
-    field[i] = static_cast<unsigned char>(parts[i] & 0xFF);
-  }
-  return fits && HHMMSS_valida(field) != 0 ? nullptr : "a time that does not exist";
+  if (parts[0] > 0xFF) return kNoTime;
+  for (int i = 0; i < 3; ++i) field[i] = static_cast<unsigned char>(parts[i]);
+  return HHMMSS_valida(field) != 0 ? nullptr : kNoTime;
+}
+
+}  // namespace
+
+const char *take_minutes(unsigned char *field, PaddedText text, const Params &p) {
+  const char *lost = text.empty() ? nullptr : store_minutes(field, text.view(), p);
+  if (lost != nullptr) std::memset(field, 0, HORAC_BYTES);
+  return lost;
+}
+
+const char *take_seconds(unsigned char *field, PaddedText text, const Params &p) {
+  const char *lost = text.empty() ? nullptr : store_seconds(field, text.view(), p);
+  if (lost != nullptr) std::memset(field, 0, HHMMSS_BYTES);
+  return lost;
 }
 
 int minutes(const unsigned char *field) {

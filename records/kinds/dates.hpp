@@ -40,7 +40,7 @@ std::shared_ptr<const DatePattern> date_pattern(const std::string &text);
 namespace dates {
 
 char *put(char *out, const unsigned char *field, const Params &p);
-const char *take(unsigned char *field, std::string_view text, const Params &p);
+const char *take(unsigned char *field, PaddedText text, const Params &p);
 const char *fault(const unsigned char *field, const Params &p);
 
 constexpr FieldType date(const char *name) {
@@ -88,9 +88,9 @@ constexpr FieldType row(const char *name, int bytes, const char *form) {
 }
 
 char *put_minutes(char *out, const unsigned char *field, const Params &p);
-const char *take_minutes(unsigned char *field, std::string_view text, const Params &p);
+const char *take_minutes(unsigned char *field, PaddedText text, const Params &p);
 char *put_seconds(char *out, const unsigned char *field, const Params &p);
-const char *take_seconds(unsigned char *field, std::string_view text, const Params &p);
+const char *take_seconds(unsigned char *field, PaddedText text, const Params &p);
 int minutes(const unsigned char *field);
 int seconds(const unsigned char *field);
 

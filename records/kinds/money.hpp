@@ -17,20 +17,24 @@ char *put_percent(char *out, const unsigned char *field, const Params &) {
 }
 
 template <int Bytes, int Decimals, auto FromText, auto Edit>
-const char *take_percent(unsigned char *field, std::string_view text, const Params &) {
-  if (!text.empty() && text.back() == '%') text.remove_suffix(1);
+const char *take_percent(unsigned char *field, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
+  if (text.back() == '%') {
+    const PaddedString bare(text.view().substr(0, text.size() - 1));
+    if (bare.text().empty()) return "is no number";
+    return take_percent<Bytes, Decimals, FromText, Edit>(field, bare.text(), p);
+  }
   FromText(field, text.data(), Decimals);
   if (numbers::sure(text, Bytes, Decimals)) return nullptr;
   char back[PORC4_TEXT_SIZE];
   const char *end = put_percent<Bytes, Decimals, Edit>(back, field, {});
-  return judge::decimal(text, {back, end}, Decimals);
+  return numbers::keep_number(field, Bytes, text.view(), {back, end}, Decimals);
 }
 
 template <auto Edit>
 double measure_percent(const unsigned char *field, const Params &) {
   char text[PORC4_TEXT_SIZE];
-  return std::strtod(Edit(text, field), nullptr);
+  return numbers::near(Edit(text, field));
 }
 
 template <int Bytes, int Decimals, auto FromText, auto Edit, auto Compare>
@@ -49,56 +53,55 @@ constexpr FieldType percent(const char *name) {
   return type;
 }
 
-// A money value as the services handle it; the field may stand at any address.
-template <class Value>
-Value load(const unsigned char *field) {
-  Value value;
-  std::memcpy(&value, field, sizeof value);
-  return value;
+// A money value is a signed 64-bit count of units of 10^-decimals. The services of a PARCELA would
+// take its decimals from PARCELA_fixo, which is the application's, and one for all layouts.
+constexpr int kBytes = sizeof(PARCELA);
+static_assert(kBytes == 8 && sizeof(QUANTIA) == kBytes);
+
+inline std::int64_t count_of(const unsigned char *field) {
+  return static_cast<std::int64_t>(numbers::value_of<kBytes>(field));
 }
 
-template <class Value, auto ToText>
-char *put(char *out, const unsigned char *field, const Params &) {
-  const Value value = load<Value>(field);
-  ToText(out, &value);
-  return out + std::strlen(out);
+inline char *put(char *out, const unsigned char *field, const Params &p) {
+  std::uint64_t size = numbers::value_of<kBytes>(field);
+  if (count_of(field) < 0) {
+    *out++ = '-';
+    size = 0 - size;
+  }
+  unsigned char magnitude[kBytes];
+  std::memcpy(magnitude, &size, kBytes);
+  return numbers::put<kBytes, _8toafixo>(out, magnitude, p);
 }
 
-template <class Value, auto FromText, auto ToText>
-const char *take(unsigned char *field, std::string_view text, const Params &p) {
+inline const char *take(unsigned char *field, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
-  Value value;
-  FromText(&value, text.data());
-  std::memcpy(field, &value, sizeof value);
+  const bool negative = text.data()[0] == '-';
+  _ato8fixo(field, text.data() + (negative ? 1 : 0), p.decimals);
+  if (negative) {
+    const std::uint64_t count = 0 - numbers::value_of<kBytes>(field);
+    std::memcpy(field, &count, kBytes);
+  }
   char back[2 * numbers::kMaxDecimals + 8];
-  ToText(back, &value);
-  return judge::same(text, back) ? nullptr : judge::decimal(text, back, p.decimals);
+  const char *end = put(back, field, p);
+  return numbers::keep_number(field, kBytes, text.view(), {back, end}, p.decimals);
 }
 
-template <class Value, auto Compare>
-int compare(const unsigned char *a, const unsigned char *b, const Params &) {
-  const Value first = load<Value>(a);
-  const Value second = load<Value>(b);
-  return Compare(&first, &second);
-}
-
-template <class Value, auto ToText>
-double measure(const unsigned char *field, const Params &) {
-  const Value value = load<Value>(field);
-  char text[2 * numbers::kMaxDecimals + 8];
-  return std::strtod(ToText(text, &value), nullptr);
-}
-
-template <class Value, auto FromText, auto ToText, auto Compare>
 constexpr FieldType money(const char *name, const char *form, const char *sql) {
-  FieldType type = numbers::row(name, "money value", sizeof(Value));
+  FieldType type = numbers::row(name, "money value", kBytes);
   type.keys = kNoKeys;
   type.form = form;
   type.sql = sql;
-  type.put = put<Value, ToText>;
-  type.take = take<Value, FromText, ToText>;
-  type.compare = compare<Value, Compare>;
-  type.measure = measure<Value, ToText>;
+  type.put = put;
+  type.take = take;
+  type.compare = [](const unsigned char *a, const unsigned char *b, const Params &) {
+    const std::int64_t first = count_of(a);
+    const std::int64_t second = count_of(b);
+    return first < second ? -1 : first > second ? 1 : 0;
+  };
+  type.measure = [](const unsigned char *field, const Params &p) {
+    char text[2 * numbers::kMaxDecimals + 8];
+    return numbers::near({text, put(text, field, p)});
+  };
   return type;
 }
 

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
-#include "kinds/judge.hpp"
+#include "kinds/conversion.hpp"
 #include "kinds/type.hpp"
 #include "text/scan.hpp"
 
@@ -61,19 +61,28 @@ char *put(char *out, const unsigned char *field, const Params &p) {
 }
 
 // True for plain digits that the width and the decimals hold for sure.
-inline bool sure(std::string_view text, int bytes, int decimals) {
+inline bool sure(PaddedText text, int bytes, int decimals) {
   const scan::Number number = scan::number(text.data(), text.size());
   return number.plain && number.behind <= decimals &&
          number.digits + decimals - number.behind <= sure_digits(bytes);
 }
 
+// What was lost of the text of a number that was stored and gives `back`. A field that says another
+// number than its text is made zero: the beginning of a text, or its lowest digits, are no value.
+inline const char *keep_number(unsigned char *field, std::size_t bytes, std::string_view text,
+                               std::string_view back, int decimals) {
+  const char *lost = conversion::decimal(text, back, decimals);
+  if (lost != nullptr && lost != conversion::kDecimalsCut) std::memset(field, 0, bytes);
+  return lost;
+}
+
 template <int Bytes, auto FromText, auto ToText>
-const char *take(unsigned char *field, std::string_view text, const Params &p) {
+const char *take(unsigned char *field, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
   FromText(field, text.data(), p.decimals);
   if (sure(text, Bytes, p.decimals)) return nullptr;
   char back[2 * kMaxDecimals + 8];
-  return judge::decimal(text, ToText(back, field, p.decimals), p.decimals);
+  return keep_number(field, Bytes, text.view(), ToText(back, field, p.decimals), p.decimals);
 }
 
 inline const char *no_fault(const unsigned char *, const Params &) { return nullptr; }
@@ -94,10 +103,18 @@ int compare(const unsigned char *a, const unsigned char *b, const Params &) {
   return Compare(a, b);
 }
 
+// The number of a text that the library wrote, as near as a double is; its point is a point in every
+// locale.
+inline double near(std::string_view text) {
+  double value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
 template <auto ToText>
 double measure(const unsigned char *field, const Params &p) {
   char text[2 * kMaxDecimals + 8];
-  return std::strtod(ToText(text, field, p.decimals), nullptr);
+  return near(ToText(text, field, p.decimals));
 }
 
 constexpr FieldType row(const char *name, const char *family, int bytes) {
@@ -120,6 +137,7 @@ constexpr FieldType row(const char *name, const char *family, int bytes) {
 template <int Bytes, auto FromText, auto ToText, auto Compare>
 constexpr FieldType binary(const char *name) {
   FieldType type = row(name, "binary number", Bytes);
+  type.traits |= kChecked;
   type.put = put<Bytes, ToText>;
   type.take = take<Bytes, FromText, ToText>;
   type.compare = compare<Compare>;

@@ -1,5 +1,6 @@
 #include "kinds/texts.hpp"
 
+#include "text/ascii.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::tool::texts {
@@ -9,12 +10,21 @@ char *put_any_code(char *out, const unsigned char *field, const Params &p) {
   return out + std::strlen(out);
 }
 
-const char *take_any_code(unsigned char *field, std::string_view text, const Params &p) {
-  const bool known = CODALFA_opc_salvou(field, text.data(), p.n, p.options) != 0;
+PaddedString in_c_locale(PaddedText text) {
+  constexpr char kUnknown = '?';
+  std::string folded = ascii::capitals(text.view());
+  for (char &c : folded) c = static_cast<unsigned char>(c) >= 0x80 ? kUnknown : c;
+  return PaddedString(folded);
+}
+
+const char *take_any_code(unsigned char *field, PaddedText text, const Params &p) {
+  const bool known =
+      CODALFA_opc_salvou(field, in_c_locale(text).text().data(), p.n, p.options) != 0;
   std::string back(static_cast<std::size_t>(p.n) + 1, '\0');
   CODALFA_extrai(back.data(), field, p.n);
-  if (judge::same(text, back.c_str())) return nullptr;
-  return judge::code(text, back.c_str(), known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
+  if (conversion::same(text.view(), back.c_str())) return nullptr;
+  return conversion::code(text.view(), back.c_str(), known, (p.options & CODALFA_OPC_ZEROS) != 0,
+                          p.fold);
 }
 
 // What CODSTR_extrai does, with the search for the end and for characters that UTF-8 writes
@@ -42,14 +52,14 @@ char *put_string(char *out, const unsigned char *field, const Params &p) {
   return high == 0 ? out + size : p.charset->to_utf8(out, size);
 }
 
-const char *take_string(unsigned char *field, std::string_view text, const Params &p) {
+const char *take_string(unsigned char *field, PaddedText text, const Params &p) {
   const auto room = static_cast<std::size_t>(p.n);
   if (p.charset->keeps_ascii() && !scan::has_high(text.data(), text.size())) {
     CODSTR_opc_salva(field, text.data(), p.n, p.options);
     return text.size() > room ? "too long: cut to the bytes of the field" : nullptr;
   }
   bool whole = true;
-  const std::string bytes = p.charset->from_utf8(text, whole);
+  const std::string bytes = p.charset->from_utf8(text.view(), whole);
   CODSTR_opc_salva(field, bytes.c_str(), p.n, p.options);
   if (!whole) return "characters that the record's character set does not have";
   return bytes.size() > room ? "too long: cut to the bytes of the field" : nullptr;

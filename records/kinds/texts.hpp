@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "kinds/judge.hpp"
+#include "kinds/conversion.hpp"
 #include "kinds/numbers.hpp"
 #include "kinds/type.hpp"
 #include "text/charset.hpp"
@@ -15,7 +15,7 @@
 namespace campotipo::tool::texts {
 
 // Stores a text in a plain string, through the character set of the record.
-const char *take_string(unsigned char *field, std::string_view text, const Params &p);
+const char *take_string(unsigned char *field, PaddedText text, const Params &p);
 const char *string_fault(const unsigned char *field, const Params &p);
 
 inline std::size_t code_room(const Params &p) {
@@ -30,20 +30,25 @@ char *put_code(char *out, const unsigned char *field, const Params &) {
 
 // True for a text that fits and holds nothing that a code changes: then it is whole as soon as
 // every character was known.
-inline bool plain_code(std::string_view text, int positions) {
+inline bool plain_code(PaddedText text, int positions) {
   return text.size() <= static_cast<std::size_t>(positions) && !text.empty() && text.back() > ' ' &&
-         text.back() != '~' && std::strchr(CODALFA_ALFABETO, text.back()) &&
-         !scan::has_small(text.data(), text.size());
+         text.back() != '~' && std::strchr(CODALFA_ALFABETO, text.back());
 }
 
+// The text as a code sees it in the C locale. The library makes capitals by the locale of the
+// process; what a record holds hangs on no locale.
+PaddedString in_c_locale(PaddedText text);
+
 template <auto Saved, auto ToText, int Positions>
-const char *take_code(unsigned char *field, std::string_view text, const Params &p) {
-  const bool known = Saved(field, text.data(), p.options) != 0;
-  if (known && plain_code(text, Positions)) return nullptr;
+const char *take_code(unsigned char *field, PaddedText text, const Params &p) {
+  const bool plain = !scan::has_small_or_high(text.data(), text.size());
+  const bool known = plain ? Saved(field, text.data(), p.options) != 0
+                           : Saved(field, in_c_locale(text).text().data(), p.options) != 0;
+  if (plain && known && plain_code(text, Positions)) return nullptr;
   char back[Positions + 1];
   ToText(back, field);
-  if (judge::same(text, back)) return nullptr;
-  return judge::code(text, back, known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
+  if (conversion::same(text.view(), back)) return nullptr;
+  return conversion::code(text.view(), back, known, (p.options & CODALFA_OPC_ZEROS) != 0, p.fold);
 }
 
 template <auto Compare>
@@ -66,7 +71,7 @@ constexpr FieldType code_row(const char *name, int positions) {
   type.form = "A-Z 0-9 blank -._/+,:#@*$%!";
   type.sql = "VARCHAR(%d)";
   type.keys = kOptions | kFold | (positions == 0 ? kPositions : kNoKeys);
-  type.traits = kText;
+  type.traits = kText | kChecked;
   type.room = code_room;
   type.fault = [](const unsigned char *field, const Params &p) {
     return CODALFA_bem_formado(field, p.n) != 0 ? nullptr : "invalid packed code";
@@ -86,7 +91,7 @@ constexpr FieldType code(const char *name) {
 
 // A packed code of any size.
 char *put_any_code(char *out, const unsigned char *field, const Params &p);
-const char *take_any_code(unsigned char *field, std::string_view text, const Params &p);
+const char *take_any_code(unsigned char *field, PaddedText text, const Params &p);
 
 constexpr FieldType any_code(const char *name) {
   FieldType type = code_row(name, 0);
@@ -118,7 +123,7 @@ constexpr FieldType string_row(const char *name, int bytes) {
   type.form = "any text";
   type.sql = "VARCHAR(%d)";
   type.keys = kOptions | kEncoding | (bytes == 0 ? kBytes : kNoKeys);
-  type.traits = kText;
+  type.traits = kText | kChecked;
   type.room = string_room;
   type.put = put_string;
   type.take = take_string;
@@ -145,10 +150,11 @@ constexpr FieldType any_string(const char *name) {
   return type;
 }
 
-template <auto FromText, auto ToText, int Digits>
-const char *take_digits(unsigned char *field, std::string_view text, const Params &) {
-  FromText(field, text.data());
-  return judge::digits(text, Digits);
+template <auto FromText, int Digits>
+const char *take_digits(unsigned char *field, PaddedText text, const Params &) {
+  const char *lost = conversion::digits(text.view(), Digits);
+  if (lost == nullptr) FromText(field, text.data());
+  return lost;
 }
 
 // Digit strings have no order of their own in the library: that of their texts.
@@ -170,10 +176,10 @@ constexpr FieldType digits(const char *name) {
   type.form = "000123";
   type.sql = "VARCHAR(%d)";
   type.keys = kNoKeys;
-  type.traits = kNoBlank;
+  type.traits = kNoBlank | kChecked;
   type.room = [](const Params &) { return std::size_t{Digits + 1 + scan::kPadding}; };
   type.put = put_code<ToText>;
-  type.take = take_digits<FromText, ToText, Digits>;
+  type.take = take_digits<FromText, Digits>;
   type.fault = [](const unsigned char *field, const Params &) {
     return WellFormed(field) != 0 ? nullptr : "invalid digit string";
   };

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/padded.hpp"
+
 namespace campotipo::tool {
 
 class Charset;
@@ -59,6 +61,7 @@ enum Traits : unsigned {
   kJsonNumber = 4,  // small enough to be exact as a number of JSON
   kNullable = 8,    // no text is no value
   kNoBlank = 16,    // its text holds no blank, so it may come first in a column shared by two
+  kChecked = 32,    // its text may be a number with check digits
 };
 
 // A kind of field: everything the tool knows of it.
@@ -79,9 +82,10 @@ struct FieldType {
   // Writes the text of a field and gives its end.
   char *(*put)(char *out, const unsigned char *field, const Params &);
 
-  // Stores a text, which a NUL and scan::kPadding readable bytes follow, in a field of zeros.
-  // Gives null if all of it is there, else what was lost.
-  const char *(*take)(unsigned char *field, std::string_view text, const Params &);
+  // Stores a text in a field of zeros. Gives null if the field says all of it, else what was lost:
+  // then the field holds what is left of a text that is too long or has characters that the field
+  // does not, a number without some of its decimals, and of anything else the value of no text.
+  const char *(*take)(unsigned char *field, PaddedText text, const Params &);
 
   // Null if the field is well formed, else what is wrong.
   const char *(*fault)(const unsigned char *field, const Params &);

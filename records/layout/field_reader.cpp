@@ -119,6 +119,21 @@ char read_separator(TomlTable &table) {
   return text[0];
 }
 
+const NamedCheck *read_check(TomlTable &table, const FieldType &type, const Params &p) {
+  const auto name = table.text("check");
+  if (!name) return nullptr;
+  if ((type.traits & kChecked) == 0 || p.decimals != 0) {
+    table.fault("check", "a " + std::string(type.name) + (p.decimals != 0 ? " with decimals" : "") +
+                             " has no check digits, expected a code, a text or a whole number");
+  }
+  if (const NamedCheck *check = named_check(*name)) return check;
+  std::string words;
+  for (const NamedCheck &check : named_checks()) {
+    words += (words.empty() ? "\"" : ", \"") + std::string(check.name) + "\"";
+  }
+  table.expected("check", "one of " + words);
+}
+
 }  // namespace
 
 TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
@@ -138,16 +153,7 @@ TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
   if ((type.keys & kSeparator) != 0) p.separator = read_separator(table);
   read_date(table, type, p);
   read_charset(table, type, p);
-  if (const auto name = table.text("check")) {
-    field.check = named_check(*name);
-    if (field.check == nullptr) {
-      std::string words;
-      for (const NamedCheck &check : named_checks()) {
-        words += (words.empty() ? "\"" : ", \"") + std::string(check.name) + "\"";
-      }
-      table.expected("check", "one of " + words);
-    }
-  }
+  field.check = read_check(table, type, p);
   return field;
 }
 

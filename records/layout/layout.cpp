@@ -63,24 +63,13 @@ const char *field_fault(const Field &field, const unsigned char *record) {
   const unsigned char *bytes = record + field.offset;
   const char *fault = field.type->fault(bytes, field.params);
   if (fault != nullptr || is_fill(*field.type)) return fault;
-  std::string text = field_text(field, record);
-  const std::size_t length = text.size();
+  const std::string text = field_text(field, record);
   if (field.check != nullptr && !holds(*field.check, text)) return field.check->fault;
-  text.resize(length + 1 + scan::kPadding);
   std::vector<unsigned char> again(field.bytes);
   if (is_bit_area(*field.type)) std::copy_n(bytes, field.bytes, again.begin());
-  field.type->take(again.data(), {text.data(), length}, field.params);
+  field.type->take(again.data(), PaddedString(text).text(), field.params);
   if (std::equal(again.begin(), again.end(), bytes)) return nullptr;
   return "does not come back from its text";
-}
-
-std::string hex(const unsigned char *bytes, std::size_t count) {
-  std::string digits;
-  for (std::size_t i = 0; i < count; ++i) {
-    digits += "0123456789ABCDEF"[bytes[i] >> 4];
-    digits += "0123456789ABCDEF"[bytes[i] & 15];
-  }
-  return digits;
 }
 
 }  // namespace campotipo::tool

@@ -11,6 +11,12 @@
 
 namespace campotipo::tool {
 
+// The column and the member of JSON that tell the kind of a record, where there are several.
+constexpr const char *kKindColumn = "record";
+
+// Ends the name of the column or member that holds the bytes of another.
+constexpr std::string_view kHexEnd = "_hex";
+
 // A step on the way from a record to a field, as JSON nests them: a member of an object, or a place
 // in an array.
 struct PathStep {
@@ -31,6 +37,7 @@ struct Field {
   const NamedCheck *check = nullptr;
   std::string column;  // of a CSV file
   std::string join;    // text between this field and the one before it, in a shared column
+  std::string empty;   // its text if it has no value, in a shared column
 };
 
 // A column of a CSV file: one field, or some that stand behind one another in it.
@@ -46,7 +53,8 @@ struct RecordType {
   std::vector<Field> fill;    // unused bytes
   std::vector<Column> columns;
   std::size_t bytes = 0;
-  std::vector<std::string> when;  // stored forms of the selecting field; none: any other record
+  std::size_t select = 0;         // place in `fields` of the one that tells several kinds apart
+  std::vector<std::string> when;  // its stored forms; none: any other record
 };
 
 // Bytes of a file in front of or behind its records.
@@ -97,8 +105,5 @@ const char *field_fault(const Field &field, const unsigned char *record);
 std::string field_text(const Field &field, const unsigned char *record);
 
 bool field_empty(const Field &field, const unsigned char *record);
-
-// Bytes in hexadecimal digits.
-std::string hex(const unsigned char *bytes, std::size_t count);
 
 }  // namespace campotipo::tool

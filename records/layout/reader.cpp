@@ -1,16 +1,15 @@
 #include "layout/reader.hpp"
 
-#include <campotipo-support/money.h>
-
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 #include "files/failure.hpp"
 #include "files/input.hpp"
+#include "layout/depth.hpp"
 #include "layout/record_builder.hpp"
 #include "layout/toml_table.hpp"
 #include "text/charset.hpp"
-#include "text/scan.hpp"
 
 namespace campotipo::tool {
 
@@ -18,9 +17,6 @@ namespace {
 
 constexpr std::size_t kMostText = 8U << 20;
 constexpr std::int64_t kMostMargin = 1 << 24;
-
-// Each point of a key is one table inside another, and the parser takes deep ones down recursively.
-constexpr int kMostPoints = 200;
 
 Margin read_margin(TomlTable &top, const std::string &key) {
   const std::string expected = "a number of bytes, or { hex = \"...\" }";
@@ -74,23 +70,41 @@ RecordType read_record(TomlTable &table, const FieldDefaults &defaults, const st
   return record;
 }
 
-const Field &selecting_field(const TomlTable &table, const RecordType &record,
-                             const std::string &name) {
-  for (const Field &field : record.fields) {
-    if (field.name == name) return field;
+std::size_t selecting_field(const TomlTable &table, const RecordType &record,
+                            const std::string &name) {
+  for (std::size_t i = 0; i < record.fields.size(); ++i) {
+    if (record.fields[i].name == name) return i;
   }
   table.expected("field", "a field called \"" + name + "\", which tells the records apart");
 }
 
 std::string stored_form(const TomlTable &table, const Field &field, const std::string &text) {
   std::vector<unsigned char> bytes(field.bytes);
-  std::string padded = text;
-  padded.resize(text.size() + 1 + scan::kPadding);
-  const char *lost = field.type->take(bytes.data(), {padded.data(), text.size()}, field.params);
+  const char *lost = field.type->take(bytes.data(), PaddedString(text).text(), field.params);
   if (lost != nullptr) {
     table.expected("when", "a value of \"" + field.name + "\" (\"" + text + "\" " + lost + ")");
   }
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
+
+// The values that tell the kind; no other kind has one of them.
+void read_values(TomlTable &table, const Layout &layout, RecordType &record) {
+  const Field &field = record.fields[record.select];
+  for (const std::string &text : table.texts("when", "a value or some of them")) {
+    const std::string stored = stored_form(table, field, text);
+    for (const RecordType &other : layout.types) {
+      if (std::find(other.when.begin(), other.when.end(), stored) == other.when.end()) continue;
+      table.fault("when", "\"" + text + "\" tells the record \"" + other.name +
+                              "\", expected each value once");
+    }
+    if (std::find(record.when.begin(), record.when.end(), stored) == record.when.end()) {
+      record.when.push_back(stored);
+    }
+  }
+  if (!record.when.empty()) return;
+  for (const RecordType &other : layout.types) {
+    if (other.when.empty()) table.expected("when", "a value, for all records but one");
+  }
 }
 
 void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
@@ -99,7 +113,8 @@ void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
   if (layout.type_named(name) != nullptr) table.expected("name", "each record's name once");
   table.rename("record \"" + name + "\"");
   RecordType record = read_record(table, defaults, name);
-  const Field &field = selecting_field(table, record, select);
+  record.select = selecting_field(table, record, select);
+  const Field &field = record.fields[record.select];
   if (layout.types.empty()) {
     layout.select_offset = field.offset;
     layout.select_bytes = field.bytes;
@@ -107,14 +122,7 @@ void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
     table.fault("field", "\"" + select + "\" stands at byte " + std::to_string(field.offset) +
                              ", expected the place and size it has in the other records");
   }
-  for (const std::string &text : table.texts("when", "a value or some of them")) {
-    record.when.push_back(stored_form(table, field, text));
-  }
-  if (record.when.empty()) {
-    for (const RecordType &other : layout.types) {
-      if (other.when.empty()) table.expected("when", "a value, for all records but one");
-    }
-  }
+  read_values(table, layout, record);
   table.finish();
   layout.types.push_back(std::move(record));
 }
@@ -131,18 +139,27 @@ void read_records(TomlTable &top, Layout &layout, const FieldDefaults &defaults)
   }
 }
 
+// The columns of all kinds, and that every name which an output makes is there once.
 void gather_columns(const TomlTable &top, Layout &layout) {
+  std::set<std::string_view> known;
   for (const RecordType &record : layout.types) {
     for (const Column &column : record.columns) {
-      const auto &known = layout.columns;
-      if (std::find(known.begin(), known.end(), column.name) == known.end()) {
-        layout.columns.push_back(column.name);
-      }
-      if (layout.several() && column.name == "record") {
-        top.fault("record", "\"" + record.name +
-                                "\": the column \"record\" tells the kind, expected another name");
-      }
+      if (known.insert(column.name).second) layout.columns.push_back(column.name);
     }
+    for (const Field &field : record.fields) {
+      if (!layout.several() || (field.column != kKindColumn && field.path[0].key != kKindColumn)) {
+        continue;
+      }
+      top.fault("record", "\"" + record.name + "\": \"" + kKindColumn +
+                              "\" tells the kind, expected another name for the field \"" +
+                              field.name + "\"");
+    }
+  }
+  for (const std::string &column : layout.columns) {
+    const std::string hex = column + std::string(kHexEnd);
+    if (!known.contains(hex)) continue;
+    top.fault("", "the column \"" + hex + "\" is what the bytes of \"" + column +
+                      "\" are called, expected another name");
   }
 }
 
@@ -159,7 +176,6 @@ Layout read_top(const toml::table &root, const std::string &name) {
   }
   layout.parcela_decimals = static_cast<int>(top.number("parcela_decimals", 0, 18).value_or(4));
   defaults.parcela_decimals = layout.parcela_decimals;
-  PARCELA_fixo = layout.parcela_decimals;
   layout.header = read_margin(top, "header");
   layout.trailer = read_margin(top, "trailer");
   layout.prefix = read_prefix(top);
@@ -171,20 +187,6 @@ Layout read_top(const toml::table &root, const std::string &name) {
   gather_columns(top, layout);
   top.finish();
   return layout;
-}
-
-void check_depth(std::string_view text, const std::string &name) {
-  toml::source_position at{1, 1};
-  int points = 0;
-  for (const char c : text) {
-    if (c == '\n') {
-      ++at.line;
-      points = 0;
-    } else if (c == '.' && ++points > kMostPoints) {
-      layout_fault(name, {at, at, nullptr},
-                   "expected at most " + std::to_string(kMostPoints) + " points in a line");
-    }
-  }
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "kinds/bits.hpp"
 #include "kinds/dates.hpp"
@@ -37,6 +36,17 @@ void check_name(const TomlTable &table, const std::string &name) {
   if (!good) table.expected("name", "a name without blanks, points, commas and quotes");
 }
 
+// The bytes of a field stand beside it under a name that no other field may have.
+void check_hex_names(const TomlTable &owner,
+                     const std::map<std::string, const toml::node *> &names) {
+  for (const auto &[name, node] : names) {
+    const auto other = names.find(name + std::string(kHexEnd));
+    if (other == names.end()) continue;
+    owner.fault_at(*other->second, "\"" + other->first + "\" is what the bytes of \"" + name +
+                                       "\" are called, expected another name");
+  }
+}
+
 // Whether the text of a number, date or time may hold characters of the text that joins it with the
 // next one: a cell is cut at the first place where that stands.
 bool may_hold(const Field &field, const std::string &join) {
@@ -56,13 +66,14 @@ void RecordBuilder::add_all(TomlTable &table, const std::string &key) {
 
 void RecordBuilder::add_list(const toml::array &fields, const TomlTable &owner, const Place &place,
                              int depth) {
-  std::set<std::string> names;
+  std::map<std::string, const toml::node *> names;
   for (const toml::node &node : fields) {
     const std::string name = add(node, owner, place, depth);
-    if (!name.empty() && !names.insert(name).second) {
+    if (!name.empty() && !names.emplace(name, &node).second) {
       owner.fault_at(node, "two fields are called \"" + name + "\", expected each name once");
     }
   }
+  check_hex_names(owner, names);
 }
 
 std::string RecordBuilder::add(const toml::node &node, const TomlTable &owner, const Place &place,
@@ -122,6 +133,7 @@ void RecordBuilder::add_parts(TomlTable &table, Field area, const Place &place) 
   const toml::array *parts = table.array("bits", expected);
   if (parts == nullptr || parts->empty() || parts->size() > 4096) table.expected("bits", expected);
   std::vector<Field> fields;
+  std::map<std::string, const toml::node *> names;
   int bits = 0;
   for (const toml::node &node : *parts) {
     Field part = area;
@@ -141,12 +153,14 @@ void RecordBuilder::add_parts(TomlTable &table, Field area, const Place &place) 
     if (width < 1 || width > bits::kWidest) {
       table.fault_at(node, "bits: expected 1 to " + std::to_string(bits::kWidest) + " bits");
     }
+    names.emplace(name, &node);
     part.path.push_back({name, -1});
     part.params.start = bits;
     part.params.n = static_cast<int>(width);
     bits += static_cast<int>(width);
     fields.push_back(std::move(part));
   }
+  check_hex_names(table, names);
   fields.back().params.area_bits = bits;
   const std::size_t bytes = static_cast<std::size_t>(bits + 7) / 8;
   record_->bytes += bytes;
@@ -161,9 +175,13 @@ void RecordBuilder::push(const TomlTable &table, Field field) {
   field.name = path_name(field.path, true);
   field.base = path_name(field.path, false);
   if (field.column.empty()) field.column = field.name;
-  if (record_->bytes > kMostRecordBytes) table.expected("", "a record of at most 16 MiB");
+  if (record_->bytes > kMostRecordBytes) {
+    table.fault("", "the record is longer than 16 MiB, expected fewer bytes");
+  }
   auto &list = is_fill(*field.type) ? record_->fill : record_->fields;
-  if (list.size() >= kMostFields) table.expected("", "at most 20000 fields in a record");
+  if (list.size() >= kMostFields) {
+    table.fault("", "the record has more than 20000 fields, expected fewer");
+  }
   list.push_back(std::move(field));
 }
 
@@ -195,6 +213,15 @@ void RecordBuilder::make_columns(const TomlTable &table) {
       table.fault("", both + " share a column, expected a join that the first never holds");
     }
     column.fields.push_back(i);
+  }
+  for (const Column &column : record_->columns) {
+    if (column.fields.size() == 1) continue;
+    for (const std::size_t i : column.fields) {
+      Field &field = record_->fields[i];
+      std::vector<unsigned char> none(field.offset + field.bytes);
+      field.type->take(none.data() + field.offset, PaddedText(), field.params);
+      field.empty = field_text(field, none.data());
+    }
   }
 }
 

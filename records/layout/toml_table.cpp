@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "files/failure.hpp"
+#include "text/ascii.hpp"
 #include "text/nearest.hpp"
 
 namespace campotipo::tool {
@@ -24,8 +25,9 @@ std::string shown(const toml::node &node) {
 
 void layout_fault(const std::string &file, const toml::source_region &where,
                   const std::string &what) {
-  throw Failure(file + ":" + std::to_string(where.begin.line) + ":" +
-                std::to_string(where.begin.column) + ": " + what);
+  throw LayoutFailure(
+      file + ":" + std::to_string(where.begin.line) + ":" + std::to_string(where.begin.column),
+      what);
 }
 
 void TomlTable::fault_at(const toml::node &node, const std::string &what) const {
@@ -40,7 +42,22 @@ void TomlTable::fault(std::string_view key, const std::string &what) const {
 
 void TomlTable::expected(std::string_view key, const std::string &what) const {
   const toml::node *found = table_->get(key);
+  if (found == nullptr) find_misspelt(key);
   fault(key, "expected " + what + (found != nullptr ? ", found " + shown(*found) : ", found none"));
+}
+
+// A key that is not there may stand under a name like its own.
+void TomlTable::find_misspelt(std::string_view wanted) const {
+  for (const auto &[key, value] : *table_) {
+    if (read_.contains(key.str()) || nearest(key.str(), {std::string(wanted)}).empty()) continue;
+    unknown(key, std::string(wanted));
+  }
+}
+
+void TomlTable::unknown(const toml::key &key, const std::string &near) const {
+  std::string message = "nothing here is called \"" + std::string(key.str()) + "\"";
+  if (!near.empty()) message += ", expected \"" + near + "\"?";
+  layout_fault(*file_, key.source(), what_.empty() ? message : what_ + ": " + message);
 }
 
 const toml::node *TomlTable::node(std::string_view key) {
@@ -96,18 +113,8 @@ std::vector<std::string> TomlTable::texts(std::string_view key, const std::strin
 std::optional<std::string> TomlTable::bytes(std::string_view key) {
   const auto digits = text(key);
   if (!digits) return std::nullopt;
-  const auto value = [](char c) -> int {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-  };
   std::string all;
-  for (std::size_t i = 0; i < digits->size(); i += 2) {
-    const int high = value((*digits)[i]);
-    const int low = i + 1 < digits->size() ? value((*digits)[i + 1]) : -1;
-    if (high < 0 || low < 0) expected(key, "pairs of hexadecimal digits");
-    all += static_cast<char>(high << 4 | low);
-  }
+  if (!ascii::from_hex(*digits, all)) expected(key, "pairs of hexadecimal digits");
   return all;
 }
 
@@ -147,10 +154,7 @@ void TomlTable::finish() const {
   const std::vector<std::string> known(read_.begin(), read_.end());
   for (const auto &[key, value] : *table_) {
     if (read_.contains(key.str())) continue;
-    const std::string near = nearest(key.str(), known);
-    std::string message = "nothing here is called \"" + std::string(key.str()) + "\"";
-    if (!near.empty()) message += ", expected \"" + near + "\"?";
-    layout_fault(*file_, key.source(), what_.empty() ? message : what_ + ": " + message);
+    unknown(key, nearest(key.str(), known));
   }
 }
 

@@ -59,6 +59,9 @@ class TomlTable {
   void finish() const;
 
  private:
+  void find_misspelt(std::string_view wanted) const;
+  [[noreturn]] void unknown(const toml::key &key, const std::string &near) const;
+
   const toml::table *table_;
   const std::string *file_;
   std::string what_;

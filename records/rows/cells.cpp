@@ -17,7 +17,7 @@ std::vector<std::string> Cells::of(const RecordType &type, const unsigned char *
   CsvRows(block_).next(cells_);
   std::vector<std::string> texts;
   texts.reserve(cells_.size());
-  for (const CsvCell &cell : cells_) texts.emplace_back(cell.view());
+  for (const PaddedText &cell : cells_) texts.emplace_back(cell.view());
   return texts;
 }
 

@@ -22,7 +22,7 @@ class Cells {
   std::vector<Program> programs_;
   Buffer row_;
   CsvBlock block_;
-  std::vector<CsvCell> cells_;
+  std::vector<PaddedText> cells_;
 };
 
 }  // namespace campotipo::tool

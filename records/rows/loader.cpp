@@ -2,28 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include "files/failure.hpp"
-#include "rows/program.hpp"
 #include "text/nearest.hpp"
-#include "text/scan.hpp"
 
 namespace campotipo::tool {
-
-namespace {
-
-bool holds_name(const std::vector<std::string> &names, const std::string &name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-// Bytes that a dump writes beside a value.
-bool is_hex_column(const Layout &layout, const std::string &name) {
-  constexpr std::string_view kEnd = "_hex";
-  return name.ends_with(kEnd) && !holds_name(layout.columns, name) &&
-         holds_name(layout.columns, name.substr(0, name.size() - kEnd.size()));
-}
-
-}  // namespace
 
 std::string length_prefix(const Layout &layout, const RecordType &type) {
   const LengthPrefix &prefix = layout.prefix;
@@ -42,80 +26,87 @@ std::string length_prefix(const Layout &layout, const RecordType &type) {
 Loader::Loader(const Layout &layout, const std::vector<std::string> &header,
                const std::vector<std::string> &ignored, const std::string &file)
     : layout_(&layout), header_(header) {
-  match(header, ignored, file);
-  for (const RecordType &type : layout.types) make_kind(type, header);
+  match(ignored, file);
+  for (const RecordType &type : layout.types) make_kind(type);
 }
 
-void Loader::match(const std::vector<std::string> &header, const std::vector<std::string> &ignored,
-                   const std::string &file) {
-  ignored_.resize(header.size());
-  for (std::size_t i = 0; i < header.size(); ++i) {
-    const std::string &name = header[i];
-    if (std::find(header.begin(), header.begin() + static_cast<std::ptrdiff_t>(i), name) !=
-        header.begin() + static_cast<std::ptrdiff_t>(i)) {
-      throw Failure(file + ": two columns are called \"" + name + "\"");
+void Loader::match(const std::vector<std::string> &ignored, const std::string &file) {
+  const std::set<std::string_view> known(layout_->columns.begin(), layout_->columns.end());
+  const std::set<std::string_view> left_out(ignored.begin(), ignored.end());
+  // Bytes that a dump writes beside a value.
+  const auto is_hex = [&](std::string_view name) {
+    return name.ends_with(kHexEnd) && known.contains(name.substr(0, name.size() - kHexEnd.size()));
+  };
+  ignored_.resize(header_.size());
+  for (std::size_t i = 0; i < header_.size(); ++i) {
+    const std::string &name = header_[i];
+    if (!columns_.emplace(name, i).second) {
+      throw Failure(file + ":1: two columns are called \"" + name + "\"");
     }
     if (layout_->several() && name == kKindColumn) {
       kind_column_ = i;
-    } else if (holds_name(ignored, name) || is_hex_column(*layout_, name)) {
+    } else if (left_out.contains(name) || (!known.contains(name) && is_hex(name))) {
       ignored_[i] = true;
-    } else if (!holds_name(layout_->columns, name)) {
+    } else if (!known.contains(name)) {
       const std::string near = nearest(name, layout_->columns);
-      throw Failure(file + ": the layout has no column \"" + name + "\"" +
+      throw Failure(file + ":1: the layout has no column \"" + name + "\"" +
                     (near.empty() ? "" : ", expected \"" + near + "\"?") +
                     " (--ignore leaves a column out)");
     }
   }
-  if (layout_->several() && kind_column_ == SIZE_MAX) {
-    throw Failure(file + ": expected a column \"record\" with the kind of each record");
+  if (layout_->several() && kind_column_ == kNone) {
+    throw Failure(file + ":1: expected a column \"record\" with the kind of each record");
   }
   for (const std::string &column : layout_->columns) {
-    if (!holds_name(header, column)) missing_.push_back(column);
+    if (!columns_.contains(column)) missing_.push_back(column);
   }
 }
 
-void Loader::make_kind(const RecordType &type, const std::vector<std::string> &header) {
+void Loader::make_kind(const RecordType &type) {
   Kind kind;
   kind.type = &type;
   const std::string prefix = length_prefix(*layout_, type);
   kind.blank = prefix + std::string(type.bytes, '\0');
+  auto *record = reinterpret_cast<unsigned char *>(kind.blank.data()) + prefix.size();
   for (const Field &fill : type.fill) {
-    std::copy(fill.params.fill.begin(), fill.params.fill.end(),
-              kind.blank.begin() + static_cast<std::ptrdiff_t>(prefix.size() + fill.offset));
+    std::copy(fill.params.fill.begin(), fill.params.fill.end(), record + fill.offset);
   }
-  for (const Field &field : type.fields) {
-    if (holds_name(header, field.column)) continue;
-    const char no_text[1 + scan::kPadding] = {};
-    auto *record = reinterpret_cast<unsigned char *>(kind.blank.data()) + prefix.size();
-    field.type->take(record + field.offset, {no_text, 0}, field.params);
-  }
-  for (std::size_t i = 0; i < header.size(); ++i) {
-    Cell cell;
-    cell.ignored = ignored_[i];
-    for (const Column &column : type.columns) {
-      if (column.name != header[i] || cell.ignored) continue;
-      for (const std::size_t place : column.fields) cell.fields.push_back(&type.fields[place]);
+  if (layout_->several()) kind.select = &type.fields[type.select];
+  kind.cells.resize(header_.size());
+  for (const Column &column : type.columns) {
+    const auto found = columns_.find(column.name);
+    Cell none;
+    Cell &cell = found == columns_.end() ? none : kind.cells[found->second];
+    const bool stored = found != columns_.end() && !ignored_[found->second];
+    for (const std::size_t place : column.fields) {
+      const Field &field = type.fields[place];
+      cell.fields.push_back(&field);
+      if (&field == kind.select && stored) kind.select_column = found->second;
     }
-    if (cell.fields.size() == 1) {
+    if (!stored) {
+      take_parts(kind, cell, PaddedText(), record);
+      cell.fields.clear();
+    } else if (cell.fields.size() == 1 && cell.fields[0] != kind.select) {
       cell.take = cell.fields[0]->type->take;
       cell.params = &cell.fields[0]->params;
       cell.offset = cell.fields[0]->offset;
     }
-    kind.cells.push_back(std::move(cell));
   }
   kinds_.push_back(std::move(kind));
 }
 
-const Loader::Kind *Loader::kind_of(const std::vector<CsvCell> &row) const {
-  if (kind_column_ == SIZE_MAX) return kinds_.data();
+const Loader::Kind *Loader::kind_of(const std::vector<PaddedText> &row) const {
+  if (kind_column_ == kNone) return kinds_.data();
   for (const Kind &kind : kinds_) {
     if (kind.type->name == row[kind_column_].view()) return &kind;
   }
   return nullptr;
 }
 
-// A cell of several fields is cut at the text that joins them.
-const char *Loader::take(const Cell &cell, const CsvCell &value, unsigned char *record) const {
+// A cell of several fields is cut at the text that joins them. The field that tells the kinds apart
+// needs no text where the kind has one value.
+const char *Loader::take_parts(const Kind &kind, const Cell &cell, PaddedText value,
+                               unsigned char *record) const {
   std::string_view left = value.view();
   const char *lost = nullptr;
   for (std::size_t i = 0; i < cell.fields.size(); ++i) {
@@ -127,37 +118,58 @@ const char *Loader::take(const Cell &cell, const CsvCell &value, unsigned char *
       part = left.substr(0, at);
       left.remove_prefix(at == std::string_view::npos ? left.size() : at + join.size());
     }
-    std::string text(part);
-    text.resize(part.size() + 1 + scan::kPadding);
+    if (part.empty() && &field == kind.select && kind.type->when.size() == 1) {
+      // Parts of a bit area share their bytes with others.
+      const std::string &stored = kind.type->when[0];
+      for (std::size_t at = 0; at < stored.size(); ++at) {
+        record[field.offset + at] |= static_cast<unsigned char>(stored[at]);
+      }
+      continue;
+    }
     const char *what =
-        field.type->take(record + field.offset, {text.data(), part.size()}, field.params);
+        field.type->take(record + field.offset, PaddedString(part).text(), field.params);
     if (what != nullptr) lost = what;
   }
   return lost;
 }
 
 // A cell that is not that of one field alone.
-const char *Loader::take_other(const Cell &cell, std::size_t column, const CsvCell &value,
+const char *Loader::take_other(const Kind &kind, std::size_t column, PaddedText value,
                                unsigned char *record) const {
-  if (!cell.fields.empty()) return take(cell, value, record);
-  const bool stored_nowhere = !cell.ignored && column != kind_column_ && value.length != 0;
-  return stored_nowhere ? "the record has no such field" : nullptr;
+  const Cell &cell = kind.cells[column];
+  if (!cell.fields.empty()) return take_parts(kind, cell, value, record);
+  const bool dropped = !ignored_[column] && column != kind_column_ && !value.empty();
+  return dropped ? "the record has no such field" : nullptr;
 }
 
-void Loader::lose(LoadedBlock &block, std::size_t column, const CsvCell &value,
-                  const char *what) const {
-  block.lost.add(header_[column], what,
-                 {block.rows + 1, block.csv.offset + value.at, std::string(value.view())});
+// What to say of a record that would not be read as the kind that its row tells.
+std::string Loader::contradiction(const Kind &kind, const std::vector<PaddedText> &row) const {
+  const bool given = kind.select_column != kNone;
+  const std::string found = given ? shortened(std::string(row[kind.select_column].view())) : "";
+  std::string expected;
+  std::vector<unsigned char> record(kind.type->bytes);
+  for (const std::string &stored : kind.type->when) {
+    std::copy(stored.begin(), stored.end(),
+              record.begin() + static_cast<std::ptrdiff_t>(layout_->select_offset));
+    expected +=
+        (expected.empty() ? "\"" : " or \"") + field_text(*kind.select, record.data()) + "\"";
+  }
+  if (expected.empty()) expected = "no value of another kind";
+  return "field " + kind.select->name + ": \"" + found + "\" does not tell the kind \"" +
+         kind.type->name + "\", expected " + expected;
 }
 
-bool Loader::load_row(LoadedBlock &block, const std::vector<CsvCell> &row) const {
-  const Kind *kind = row.size() == header_.size() ? kind_of(row) : nullptr;
+bool Loader::load_row(LoadedBlock &block, const CsvRows &rows,
+                      const std::vector<PaddedText> &row) const {
+  block.fault_line = rows.line();
+  if (row.size() != header_.size()) {
+    block.fault = std::to_string(row.size()) + " cells, expected " + std::to_string(header_.size());
+    return false;
+  }
+  const Kind *kind = kind_of(row);
   if (kind == nullptr) {
     block.fault =
-        row.size() == header_.size()
-            ? "no kind of record is called \"" + std::string(row[kind_column_].view()) + "\""
-            : std::to_string(row.size()) + " cells, expected " + std::to_string(header_.size());
-    block.fault_at = block.csv.offset + row[0].at;
+        "no kind of record is called \"" + shortened(std::string(row[kind_column_].view())) + "\"";
     return false;
   }
   char *out = block.records.reserve(kind->blank.size());
@@ -165,42 +177,41 @@ bool Loader::load_row(LoadedBlock &block, const std::vector<CsvCell> &row) const
   auto *record = reinterpret_cast<unsigned char *>(out) + (kind->blank.size() - kind->type->bytes);
   for (std::size_t i = 0; i < row.size(); ++i) {
     const Cell &cell = kind->cells[i];
-    const CsvCell &value = row[i];
-    const char *lost = cell.take != nullptr
-                           ? cell.take(record + cell.offset, value.view(), *cell.params)
-                           : take_other(cell, i, value, record);
-    if (block.csv.has_nul && std::memchr(value.text, 0, value.length) != nullptr) {
+    const PaddedText value = row[i];
+    const char *lost = cell.take != nullptr ? cell.take(record + cell.offset, value, *cell.params)
+                                            : take_other(*kind, i, value, record);
+    if (block.csv.has_nul && !ignored_[i] && value.view().find('\0') != std::string_view::npos) {
       lost = "a NUL byte, which ends the text";
     }
-    if (lost != nullptr) lose(block, i, value, lost);
+    if (lost == nullptr) continue;
+    block.lost.add(header_[i], lost, {block.rows + 1, 0, std::string(value.view()), rows.line()});
+  }
+  if (layout_->type_of(record) != kind->type) {
+    block.fault = contradiction(*kind, row);
+    return false;
   }
   block.records.end(out + kind->blank.size());
   return true;
 }
 
-void Loader::load(LoadedBlock &block, bool stop) const {
+void Loader::load(LoadedBlock &block, std::size_t places) const {
   block.records.clear();
-  block.lost = Tally();
+  block.lost = Tally(places);
   block.rows = 0;
   block.fault.clear();
-  block.stopped = false;
   CsvRows rows(block.csv);
-  std::vector<CsvCell> row;
+  std::vector<PaddedText> row;
   while (rows.next(row)) {
-    if (row.size() == 1 && row[0].length == 0 && header_.size() > 1) continue;
-    const std::size_t before = block.records.view().size();
-    if (!load_row(block, row)) return;
-    if (stop && !block.lost.empty()) {
-      block.records.end(block.records.view().data() + before);
-      block.stopped = true;
-      return;
-    }
+    if (row.size() == 1 && row[0].empty() && header_.size() > 1) continue;
+    if (!load_row(block, rows, row)) return;
     ++block.rows;
   }
-  if (rows.fault().what != nullptr) {
-    block.fault = rows.fault().what;
-    block.fault_at = block.csv.offset + rows.fault().at;
-  }
+  block.lines = rows.lines();
+  const char *fault =
+      block.csv.endless ? "a row without end, or a quote that is not closed" : rows.fault();
+  if (fault == nullptr) return;
+  block.fault = fault;
+  block.fault_line = rows.line();
 }
 
 }  // namespace campotipo::tool

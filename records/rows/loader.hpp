@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "findings/losses.hpp"
@@ -11,15 +13,15 @@
 
 namespace campotipo::tool {
 
-// What became of the rows of a block.
+// What became of the rows of a block. Records and lines are numbered from 1 on in the block.
 struct LoadedBlock {
   CsvBlock csv;
   Buffer records;
-  Tally lost;  // records numbered from 1 on in this block
+  Tally lost;
   std::uint64_t rows = 0;
-  std::string fault;           // why the row behind the last one cannot be used; empty: none
-  std::uint64_t fault_at = 0;  // in the file
-  bool stopped = false;        // at the first value lost
+  std::uint64_t lines = 0;
+  std::string fault;  // why the row behind the last one cannot be used; empty: none
+  std::uint64_t fault_line = 0;
 };
 
 // Turns rows of CSV into records of a layout: the columns are matched with the fields once, then
@@ -31,41 +33,45 @@ class Loader {
   Loader(const Layout &layout, const std::vector<std::string> &header,
          const std::vector<std::string> &ignored, const std::string &file);
 
-  // stop: nothing is loaded behind the first record that loses a value, nor that record.
-  void load(LoadedBlock &block, bool stop) const;
+  // Ends at a row that is no record. places: how many are kept of each loss.
+  void load(LoadedBlock &block, std::size_t places = Tally::kPlaces) const;
 
   // Columns of the layout that the file does not have.
   const std::vector<std::string> &missing() const { return missing_; }
 
  private:
+  static constexpr std::size_t kNone = SIZE_MAX;
+
   struct Cell {
     decltype(FieldType::take) take = nullptr;  // of the one field, where it is one
     const Params *params = nullptr;
     std::size_t offset = 0;
     std::vector<const Field *> fields;  // none: the cell is not stored
-    bool ignored = false;
   };
   struct Kind {
     const RecordType *type = nullptr;
     std::string blank;  // a record without values
     std::vector<Cell> cells;
+    const Field *select = nullptr;      // of several kinds: the field that tells them apart
+    std::size_t select_column = kNone;  // its cell, if there is one
   };
 
-  void match(const std::vector<std::string> &header, const std::vector<std::string> &ignored,
-             const std::string &file);
-  void make_kind(const RecordType &type, const std::vector<std::string> &header);
-  const Kind *kind_of(const std::vector<CsvCell> &row) const;
-  bool load_row(LoadedBlock &block, const std::vector<CsvCell> &row) const;
-  const char *take_other(const Cell &cell, std::size_t column, const CsvCell &value,
+  void match(const std::vector<std::string> &ignored, const std::string &file);
+  void make_kind(const RecordType &type);
+  const Kind *kind_of(const std::vector<PaddedText> &row) const;
+  bool load_row(LoadedBlock &block, const CsvRows &rows, const std::vector<PaddedText> &row) const;
+  const char *take_other(const Kind &kind, std::size_t column, PaddedText value,
                          unsigned char *record) const;
-  const char *take(const Cell &cell, const CsvCell &value, unsigned char *record) const;
-  void lose(LoadedBlock &block, std::size_t column, const CsvCell &value, const char *what) const;
+  const char *take_parts(const Kind &kind, const Cell &cell, PaddedText value,
+                         unsigned char *record) const;
+  std::string contradiction(const Kind &kind, const std::vector<PaddedText> &row) const;
 
   const Layout *layout_;
   std::vector<std::string> header_;
+  std::map<std::string_view, std::size_t> columns_;  // places in `header_`
   std::vector<bool> ignored_;
   std::vector<Kind> kinds_;
-  std::size_t kind_column_ = SIZE_MAX;
+  std::size_t kind_column_ = kNone;
   std::vector<std::string> missing_;
 };
 

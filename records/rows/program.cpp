@@ -6,22 +6,12 @@
 #include <set>
 
 #include "files/failure.hpp"
+#include "text/ascii.hpp"
+#include "text/nearest.hpp"
 #include "text/quote.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::tool {
-
-namespace {
-
-// The text of a field that was loaded from an empty cell.
-std::string empty_text(const Field &field) {
-  std::vector<unsigned char> record(field.offset + field.bytes);
-  const char no_text[1 + scan::kPadding] = {};
-  field.type->take(record.data() + field.offset, {no_text, 0}, field.params);
-  return field_text(field, record.data());
-}
-
-}  // namespace
 
 void Program::run(const unsigned char *record, Buffer &buffer) const {
   char *out = buffer.reserve(room_);
@@ -40,44 +30,49 @@ void Program::run(const unsigned char *record, Buffer &buffer) const {
 }
 
 char *Program::run_styled(const Step &step, const unsigned char *record, char *out) const {
+  const auto null = [out] {
+    std::memcpy(out, "null", 4);
+    return out + 4;
+  };
   if (step.style == Style::kHex) {
-    const std::string digits = hex(record + step.offset, step.bytes);
+    const std::string digits = ascii::hex(record + step.offset, step.bytes);
     return std::copy(digits.begin(), digits.end(), out);
   }
   const bool json = step.style == Style::kJson || step.style == Style::kJsonOrNull;
+  if (step.shared != 0 && is_empty(step, record, out)) return step.put == nullptr ? out : null();
   char *text = json ? out + 1 : out;
   char *end = step.put == nullptr ? run_shared(step, record, text)
                                   : step.put(text, record + step.offset, *step.params);
   const auto length = static_cast<std::size_t>(end - text);
+  if (step.style == Style::kNumber) return end;
   if (!json) {
     const bool quotes =
         scan::needs_quotes(text, length) || (length == 0 && step.style == Style::kCsvAlone);
     return quotes ? quote_csv(text, end) : end;
   }
-  if (length == 0 && step.style == Style::kJsonOrNull) {
-    std::memcpy(out, "null", 4);
-    return out + 4;
-  }
+  if (length == 0 && step.style == Style::kJsonOrNull) return null();
   *out = '"';
   if (scan::needs_escapes(text, length)) end = escape_json(text, end);
   *end = '"';
   return end + 1;
 }
 
-// No text where no field has a value.
 char *Program::run_shared(const Step &step, const unsigned char *record, char *out) const {
-  char *const start = out;
-  bool empty = true;
-  for (const Shared &shared : shared_[step.shared]) {
-    const Field &field = *shared.field;
-    if (&shared != shared_[step.shared].data()) {
-      out = std::copy(field.join.begin(), field.join.end(), out);
-    }
-    char *text = out;
-    out = field.type->put(out, record + field.offset, field.params);
-    empty = empty && std::string_view(text, out) == shared.empty;
+  const auto &fields = shared_[step.shared - 1];
+  for (const Field *field : fields) {
+    if (field != fields[0]) out = std::copy(field->join.begin(), field->join.end(), out);
+    out = field->type->put(out, record + field->offset, field->params);
   }
-  return empty ? start : out;
+  return out;
+}
+
+// Whether no field of the column has a value.
+bool Program::is_empty(const Step &step, const unsigned char *record, char *scratch) const {
+  const auto &fields = shared_[step.shared - 1];
+  return std::all_of(fields.begin(), fields.end(), [&](const Field *field) {
+    const char *end = field->type->put(scratch, record + field->offset, field->params);
+    return field->empty == std::string_view(scratch, end);
+  });
 }
 
 void Program::text(std::string_view text) {
@@ -95,14 +90,40 @@ void Program::add(Step step, std::size_t room) {
   room_ += (json ? 6 : 2) * (room + 2) + scan::kPadding;
 }
 
-void Program::value(const Field &field, Style style) {
+Program::Step Program::step_of(const Field &field, Style style) const {
   Step step;
   step.put = field.type->put;
   step.params = &field.params;
   step.offset = static_cast<std::uint32_t>(field.offset);
   step.bytes = static_cast<std::uint32_t>(field.bytes);
   step.style = style;
-  add(step, style == Style::kHex ? field.bytes : field.type->room(field.params));
+  return step;
+}
+
+void Program::value(const Field &field, Style style) {
+  add(step_of(field, style), style == Style::kHex ? field.bytes : field.type->room(field.params));
+}
+
+// Gives the room that the texts of the column take together.
+std::size_t Program::share(Step &step, const RecordType &type, const Column &column) {
+  std::vector<const Field *> fields;
+  std::size_t room = 0;
+  for (const std::size_t place : column.fields) {
+    const Field &field = type.fields[place];
+    fields.push_back(&field);
+    room += field.type->room(field.params) + field.join.size();
+  }
+  shared_.push_back(std::move(fields));
+  step.shared = static_cast<std::uint32_t>(shared_.size());
+  return room;
+}
+
+void Program::member(const RecordType &type, const Column &column, const Field &field,
+                     Style style) {
+  if (column.fields.size() == 1) return value(field, style);
+  Step step = step_of(field, style == Style::kRaw ? Style::kNumber : style);
+  const std::size_t room = share(step, type, column);
+  add(step, room);
 }
 
 void Program::cell(const RecordType &type, const Column &column, Style style) {
@@ -111,39 +132,58 @@ void Program::cell(const RecordType &type, const Column &column, Style style) {
     const bool quoted = (field.type->traits & kText) != 0 || style == Style::kCsvAlone;
     return value(field, quoted ? style : Style::kRaw);
   }
-  std::vector<Shared> fields;
-  std::size_t room = 0;
-  for (const std::size_t place : column.fields) {
-    const Field &field = type.fields[place];
-    fields.push_back({&field, empty_text(field)});
-    room += field.type->room(field.params) + field.join.size();
-  }
   Step step;
   step.style = style;
-  step.shared = static_cast<std::uint32_t>(shared_.size());
-  shared_.push_back(std::move(fields));
+  const std::size_t room = share(step, type, column);
   add(step, room);
 }
+
+namespace {
+
+// The columns that each name calls: that of a column, of a field with or without its places in
+// arrays, or of a group around it.
+std::map<std::string_view, std::vector<const std::string *>> columns_by_name(const Layout &layout) {
+  std::map<std::string_view, std::vector<const std::string *>> known;
+  const auto add = [&](std::string_view name, const std::string &column) {
+    auto &columns = known[name];
+    if (columns.empty() || columns.back() != &column) columns.push_back(&column);
+  };
+  for (const RecordType &type : layout.types) {
+    for (const Field &field : type.fields) {
+      add(field.column, field.column);
+      for (const std::string_view name :
+           {std::string_view(field.name), std::string_view(field.base)}) {
+        add(name, field.column);
+        for (std::size_t at = name.find('.'); at != std::string_view::npos;
+             at = name.find('.', at + 1)) {
+          add(name.substr(0, at), field.column);
+        }
+      }
+    }
+  }
+  return known;
+}
+
+}  // namespace
 
 std::vector<std::string> chosen_columns(const Layout &layout,
                                         const std::vector<std::string> &names) {
   if (names.empty()) return layout.columns;
+  const auto known = columns_by_name(layout);
   std::vector<std::string> chosen;
-  const auto add = [&](const std::string &column) {
-    if (std::find(chosen.begin(), chosen.end(), column) == chosen.end()) chosen.push_back(column);
-  };
+  std::set<std::string_view> taken;
   for (const std::string &name : names) {
-    bool found = false;
-    for (const RecordType &type : layout.types) {
-      for (const Field &field : type.fields) {
-        const bool wanted = field.column == name || field.name == name || field.base == name ||
-                            field.name.starts_with(name + ".") ||
-                            field.base.starts_with(name + ".");
-        if (wanted) add(field.column);
-        found = found || wanted;
-      }
+    const auto found = known.find(name);
+    if (found == known.end()) {
+      std::vector<std::string> all;
+      for (const auto &[each, columns] : known) all.emplace_back(each);
+      const std::string near = nearest(name, all);
+      throw Failure(layout.file + ": no field or column is called \"" + name + "\"" +
+                    (near.empty() ? "" : ", expected \"" + near + "\"?"));
     }
-    if (!found) throw Failure(layout.file + ": no field or column is called \"" + name + "\"");
+    for (const std::string *column : found->second) {
+      if (taken.insert(*column).second) chosen.push_back(*column);
+    }
   }
   return chosen;
 }
@@ -200,7 +240,7 @@ std::string csv_header(const Layout &layout, const std::vector<std::string> &col
   for (const std::string &column : columns) {
     if (!row.empty()) row += ",";
     row += csv_cell(column);
-    if (hex) row += "," + csv_cell(column + "_hex");
+    if (hex) row += "," + csv_cell(column + std::string(kHexEnd));
   }
   return row + line_end;
 }
@@ -212,19 +252,20 @@ class JsonProgram {
  public:
   // kind: none where it is the only one.
   JsonProgram(const std::string &kind, bool hex) : hex_(hex), open_(!kind.empty()) {
-    if (open_) program_.text("{\"record\":" + json_string(kind));
+    if (open_) program_.text("{" + json_string(kKindColumn) + ":" + json_string(kind));
   }
 
-  void add(const Field &field) {
+  void add(const RecordType &type, const Column &column, const Field &field) {
     step_to(field.path);
     const unsigned traits = field.type->traits;
-    program_.value(field, (traits & kJsonNumber) != 0 ? Program::Style::kRaw
-                          : (traits & kNullable) != 0 ? Program::Style::kJsonOrNull
-                                                      : Program::Style::kJson);
+    program_.member(type, column, field,
+                    (traits & kJsonNumber) != 0 ? Program::Style::kRaw
+                    : (traits & kNullable) != 0 ? Program::Style::kJsonOrNull
+                                                : Program::Style::kJson);
     // A place in an array has no name for a second member beside it.
     if (!hex_ || field.path.back().index >= 0) return;
     std::vector<PathStep> path = field.path;
-    path.back().key += "_hex";
+    path.back().key += kHexEnd;
     step_to(path);
     program_.text("\"");
     program_.value(field, Program::Style::kHex);
@@ -278,8 +319,10 @@ std::vector<Program> json_programs(const Layout &layout, const std::vector<std::
   std::vector<Program> programs;
   for (const RecordType &type : layout.types) {
     JsonProgram program(layout.several() ? type.name : "", hex);
+    std::map<std::string_view, const Column *> known;
+    for (const Column &column : type.columns) known.emplace(column.name, &column);
     for (const Field &field : type.fields) {
-      if (chosen.contains(field.column)) program.add(field);
+      if (chosen.contains(field.column)) program.add(type, *known.at(field.column), field);
     }
     programs.push_back(program.done());
   }

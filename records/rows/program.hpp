@@ -20,24 +20,23 @@ class Program {
     kCsvAlone,    // the same, and "" for no text: the only cell of a row
     kJson,        // between quotes, with escapes
     kJsonOrNull,  // null for no text
+    kNumber,      // a number of JSON
     kHex,         // the bytes in hexadecimal digits
   };
 
   // What is written, in this order. The fields have to outlive the program.
   void text(std::string_view text);
   void value(const Field &field, Style style);
+
+  // The same for one of the fields that share a column: null where no field of it has a value.
+  void member(const RecordType &type, const Column &column, const Field &field, Style style);
+
   void cell(const RecordType &type, const Column &column, Style style);
 
   // Writes one record.
   void run(const unsigned char *record, Buffer &out) const;
 
  private:
-  // A field of a cell that several share, and its text where it has no value.
-  struct Shared {
-    const Field *field;
-    std::string empty;
-  };
-
   struct Step {
     decltype(FieldType::put) put = nullptr;  // null: of several fields
     const Params *params = nullptr;
@@ -46,15 +45,18 @@ class Program {
     std::uint32_t prefix = 0;  // place in `literals_` of what stands before the value
     std::uint32_t prefix_length = 0;
     Style style = Style::kRaw;
-    std::uint32_t shared = 0;  // place in `shared_`
+    std::uint32_t shared = 0;  // place in `shared_`, counted from 1; 0: the column is its own
   };
 
   char *run_styled(const Step &step, const unsigned char *record, char *out) const;
   char *run_shared(const Step &step, const unsigned char *record, char *out) const;
+  bool is_empty(const Step &step, const unsigned char *record, char *scratch) const;
+  Step step_of(const Field &field, Style style) const;
   void add(Step step, std::size_t room);
+  std::size_t share(Step &step, const RecordType &type, const Column &column);
 
   std::vector<Step> steps_;
-  std::vector<std::vector<Shared>> shared_;
+  std::vector<std::vector<const Field *>> shared_;
   std::string literals_;
   std::size_t told_ = 0;  // bytes of `literals_` that steps begin with; the rest ends the record
   std::size_t room_ = 64;
@@ -75,8 +77,5 @@ std::vector<Program> json_programs(const Layout &layout, const std::vector<std::
 // The row of names in front of the records.
 std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
                        const std::string &line_end);
-
-// Name of the column that tells the kind of a record, where there are several.
-constexpr const char *kKindColumn = "record";
 
 }  // namespace campotipo::tool

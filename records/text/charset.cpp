@@ -48,7 +48,9 @@ Charset::Charset(const std::string &name) : name_(name) {
   utf8_ = plain == "UTF8";
   latin_ = plain == "ISO88591" || plain == "LATIN1";
   if (utf8_) return;
-  const iconv_t map = iconv_open("UTF-32LE", name.c_str());
+  // To iconv no name is the character set of the process's locale, and a slash begins options.
+  const bool own = !name.empty() && name.find('/') == std::string::npos;
+  const iconv_t map = own ? iconv_open("UTF-32LE", name.c_str()) : reinterpret_cast<iconv_t>(-1);
   if (map == reinterpret_cast<iconv_t>(-1)) {
     throw std::invalid_argument("a character set that iconv knows, such as \"ISO-8859-1\"");
   }

@@ -49,26 +49,26 @@ bool CsvStream::header(std::vector<std::string> &names) {
   // A small first block, so that a pipe gives its first row without waiting for much more.
   CsvBlock block;
   block_ = std::min<std::size_t>(most_, 1U << 16);
-  if (!fill(block)) return false;
+  if (!read(block)) return false;
   if (block.size >= 3 && std::memcmp(block.bytes.data(), "\xEF\xBB\xBF", 3) == 0) {
     block.bytes.erase(block.bytes.begin(), block.bytes.begin() + 3);
     block.size -= 3;
-    block.offset += 3;
   }
   const std::vector<char> whole = block.bytes;
   CsvRows rows(block);
-  std::vector<CsvCell> cells;
-  if (!rows.next(cells)) {
-    if (rows.fault().what == nullptr) return false;
-    throw Failure(input_->name() + ": byte " + std::to_string(block.offset + rows.fault().at) +
-                  ": " + rows.fault().what);
+  std::vector<PaddedText> cells;
+  if (block.endless || !rows.next(cells)) {
+    const char *fault =
+        block.endless ? "a row without end, or a quote that is not closed" : rows.fault();
+    if (fault == nullptr) return false;
+    throw Failure(input_->name() + ":" + std::to_string(rows.line()) + ": " + fault);
   }
-  for (const CsvCell &cell : cells) names.emplace_back(cell.view());
+  for (const PaddedText &cell : cells) names.emplace_back(cell.view());
   const std::size_t behind = std::min(rows.at(), block.size);
   const auto from = whole.begin() + static_cast<std::ptrdiff_t>(behind);
   const auto to = whole.begin() + static_cast<std::ptrdiff_t>(block.size);
   rest_.insert(rest_.begin(), from, to);
-  offset_ = block.offset + behind;
+  header_lines_ = rows.lines();
   block_ = most_;
   return true;
 }
@@ -84,34 +84,31 @@ bool CsvStream::read_more(CsvBlock &block) {
   return block.size != 0;
 }
 
-bool CsvStream::fill(CsvBlock &block) {
+bool CsvStream::read(CsvBlock &block) {
   for (;;) {
     if (!read_more(block)) return false;
-    block.offset = offset_;
     const std::size_t end = ended_ ? block.size : last_row_end(block.bytes.data(), block.size);
-    rest_.assign(block.bytes.begin() + static_cast<std::ptrdiff_t>(end),
-                 block.bytes.begin() + static_cast<std::ptrdiff_t>(block.size));
-    if (end == 0) {
-      if (block.size > kLongestRow) {
-        throw Failure(input_->name() + ": byte " + std::to_string(offset_) +
-                      ": a row without end, or a quote that is not closed");
-      }
+    block.endless = end == 0 && block.size > kLongestRow;
+    if (end == 0 && !block.endless) {
+      rest_.assign(block.bytes.begin(),
+                   block.bytes.begin() + static_cast<std::ptrdiff_t>(block.size));
       continue;
     }
+    rest_.assign(block.bytes.begin() + static_cast<std::ptrdiff_t>(end),
+                 block.bytes.begin() + static_cast<std::ptrdiff_t>(block.size));
     block.size = end;
     std::memset(block.bytes.data() + end, 0, scan::kPadding);
     block.has_nul = std::memchr(block.bytes.data(), 0, end) != nullptr;
-    offset_ += end;
     return true;
   }
 }
 
-CsvRows::End CsvRows::fail(const char *what, std::size_t at) {
-  fault_ = {what, at};
+CsvRows::End CsvRows::fail(const char *what) {
+  fault_ = what;
   return End::kFault;
 }
 
-CsvRows::End CsvRows::plain(CsvCell &cell) {
+CsvRows::End CsvRows::plain(PaddedText &cell) {
   char *bytes = block_->bytes.data();
   const std::size_t size = block_->size;
   std::size_t end = at_;
@@ -129,11 +126,11 @@ CsvRows::End CsvRows::plain(CsvCell &cell) {
     }
   }
   end = std::min(end, size);
-  if (end < size && bytes[end] == '"') return fail("a quote inside a cell without quotes", end);
+  if (end < size && bytes[end] == '"') return fail("a quote inside a cell without quotes");
   const bool row = end == size || bytes[end] == '\n';
   std::size_t length = end - at_;
   if (row && length > 0 && bytes[end - 1] == '\r') --length;
-  cell = {bytes + at_, length, at_};
+  cell = PaddedText::followed_by_padding(bytes + at_, length);
   bytes[at_ + length] = '\0';
   bytes[end] = '\0';
   at_ = end + 1;
@@ -141,7 +138,7 @@ CsvRows::End CsvRows::plain(CsvCell &cell) {
 }
 
 // The text moves to the front over its first quote, and each pair of quotes becomes one.
-CsvRows::End CsvRows::quoted(CsvCell &cell) {
+CsvRows::End CsvRows::quoted(PaddedText &cell) {
   char *bytes = block_->bytes.data();
   const std::size_t size = block_->size;
   const std::size_t start = at_;
@@ -149,7 +146,7 @@ CsvRows::End CsvRows::quoted(CsvCell &cell) {
   std::size_t to = start;
   for (;;) {
     const void *found = std::memchr(bytes + from, '"', size - from);
-    if (found == nullptr) return fail("a quote that is not closed", start);
+    if (found == nullptr) return fail("a quote that is not closed");
     const auto quote = static_cast<std::size_t>(static_cast<const char *>(found) - bytes);
     std::memmove(bytes + to, bytes + from, quote - from);
     to += quote - from;
@@ -161,25 +158,29 @@ CsvRows::End CsvRows::quoted(CsvCell &cell) {
   if (from < size && bytes[from] == '\r') ++from;
   const bool row = from >= size || bytes[from] == '\n';
   if (!row && (bytes[from] != ',' || bytes[from - 1] == '\r')) {
-    return fail("text behind the closing quote of a cell", from);
+    return fail("text behind the closing quote of a cell");
   }
-  cell = {bytes + start, to - start, start};
+  cell = PaddedText::followed_by_padding(bytes + start, to - start);
+  next_line_ += static_cast<std::uint64_t>(std::count(bytes + start, bytes + to, '\n'));
   bytes[to] = '\0';
   at_ = from + 1;
   return row ? End::kRow : End::kCell;
 }
 
-bool CsvRows::next(std::vector<CsvCell> &cells) {
+bool CsvRows::next(std::vector<PaddedText> &cells) {
   cells.clear();
-  if (at_ >= block_->size || fault_.what != nullptr) return false;
+  if (at_ >= block_->size || fault_ != nullptr) return false;
+  line_ = next_line_;
   for (;;) {
-    CsvCell cell = {};
+    PaddedText cell;
     const bool quotes = at_ < block_->size && block_->bytes[at_] == '"';
     const End end = quotes ? quoted(cell) : plain(cell);
     if (end == End::kFault) return false;
     cells.push_back(cell);
-    if (end == End::kRow) return true;
+    if (end == End::kRow) break;
   }
+  ++next_line_;
+  return true;
 }
 
 }  // namespace campotipo::tool

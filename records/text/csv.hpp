@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "files/input.hpp"
+#include "text/padded.hpp"
 
 namespace campotipo::tool {
 
@@ -14,29 +15,25 @@ namespace campotipo::tool {
 struct CsvBlock {
   std::vector<char> bytes;  // scan::kPadding more than `size`
   std::size_t size = 0;
-  std::uint64_t offset = 0;  // in the file
   bool has_nul = false;
+  bool endless = false;  // too long a row: a quote that is not closed
 };
 
-struct CsvCell {
-  const char *text;  // followed by a NUL and by bytes that may be read
-  std::size_t length;
-  std::size_t at;  // in the block
-
-  std::string_view view() const { return {text, length}; }
-};
-
-// Cuts a file into blocks that end at the end of a row. A Failure tells a row without end.
+// Cuts a file into blocks that end at the end of a row, but for an endless one.
 class CsvStream {
  public:
   // block: bytes read at once, more where a row needs them.
   explicit CsvStream(Input &input, std::size_t block = 256U << 10)
       : input_(&input), most_(block), block_(block) {}
 
-  // The first row; false for a file without any. Call it before fill().
+  // The first row; false for a file without any. Call it before read().
   bool header(std::vector<std::string> &names);
 
-  bool fill(CsvBlock &block);
+  // The next block; false where there is none.
+  bool read(CsvBlock &block);
+
+  // Lines of the file that the first row takes.
+  std::uint64_t header_lines() const { return header_lines_; }
 
  private:
   bool read_more(CsvBlock &block);
@@ -45,14 +42,8 @@ class CsvStream {
   std::size_t most_;
   std::size_t block_;
   std::vector<char> rest_;
-  std::uint64_t offset_ = 0;
+  std::uint64_t header_lines_ = 0;
   bool ended_ = false;
-};
-
-// What is wrong with a row, and where in the block.
-struct CsvFault {
-  const char *what = nullptr;
-  std::size_t at = 0;
 };
 
 // Reads the rows of a block, RFC 4180 with either line end.
@@ -61,20 +52,29 @@ class CsvRows {
   explicit CsvRows(CsvBlock &block) : block_(&block) {}
 
   // The cells of the next row; false at the end of the block, or at a fault.
-  bool next(std::vector<CsvCell> &cells);
+  bool next(std::vector<PaddedText> &cells);
 
-  const CsvFault &fault() const { return fault_; }
+  // What is wrong with the row that could not be read; null where all could.
+  const char *fault() const { return fault_; }
+
+  // Line of the block in which the last row begins, from 1.
+  std::uint64_t line() const { return line_; }
+
+  // Lines and bytes read so far.
+  std::uint64_t lines() const { return next_line_ - 1; }
   std::size_t at() const { return at_; }
 
  private:
   enum class End { kCell, kRow, kFault };
-  End plain(CsvCell &cell);
-  End quoted(CsvCell &cell);
-  End fail(const char *what, std::size_t at);
+  End plain(PaddedText &cell);
+  End quoted(PaddedText &cell);
+  End fail(const char *what);
 
   CsvBlock *block_;
   std::size_t at_ = 0;
-  CsvFault fault_;
+  std::uint64_t line_ = 1;
+  std::uint64_t next_line_ = 1;
+  const char *fault_ = nullptr;
 };
 
 }  // namespace campotipo::tool

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "text/ascii.hpp"
+
 namespace campotipo::tool {
 
 namespace {
 
-// Letters to add, drop or change on the way from one word to the other.
+// Letters to add, drop or change on the way from one word to the other, small or capital.
 std::size_t distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
@@ -14,7 +16,8 @@ std::size_t distance(std::string_view a, std::string_view b) {
     std::size_t corner = row[0];
     row[0] = i;
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t change = corner + (a[i - 1] == b[j - 1] ? 0 : 1);
+      const bool same = ascii::capital(a[i - 1]) == ascii::capital(b[j - 1]);
+      const std::size_t change = corner + (same ? 0 : 1);
       corner = row[j];
       row[j] = std::min({row[j] + 1, row[j - 1] + 1, change});
     }

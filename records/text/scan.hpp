@@ -9,7 +9,8 @@
 // Sixteen bytes at a time: what kinds of bytes a text holds.
 namespace campotipo::tool::scan {
 
-// Texts given to these functions are followed by this many bytes that may be read.
+// Texts given to these functions are followed by this many bytes that may be read (a PaddedText
+// is).
 constexpr std::size_t kPadding = 16;
 
 inline __m128i load(const char *at) {
@@ -38,10 +39,12 @@ inline bool has_high(const char *text, std::size_t length) {
   return any(text, length, [](__m128i bytes) { return mask(bytes); });
 }
 
-inline bool has_small(const char *text, std::size_t length) {
+// Letters that have a capital, and bytes that may have one in some locale.
+inline bool has_small_or_high(const char *text, std::size_t length) {
   return any(text, length, [](__m128i bytes) {
     const __m128i above = _mm_cmpgt_epi8(bytes, _mm_set1_epi8('a' - 1));
-    return mask(_mm_and_si128(above, _mm_cmplt_epi8(bytes, _mm_set1_epi8('z' + 1))));
+    const __m128i small = _mm_and_si128(above, _mm_cmplt_epi8(bytes, _mm_set1_epi8('z' + 1)));
+    return mask(_mm_or_si128(small, bytes));
   });
 }
 

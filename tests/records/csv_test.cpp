@@ -59,15 +59,15 @@ Rows read(const std::string &text, bool &good) {
   block.size = text.size();
   CsvRows rows(block);
   Rows all;
-  std::vector<CsvCell> cells;
+  std::vector<PaddedText> cells;
   while (rows.next(cells)) {
     all.emplace_back();
-    for (const CsvCell &cell : cells) {
+    for (const PaddedText &cell : cells) {
       all.back().emplace_back(cell.view());
-      EXPECT_EQ('\0', cell.text[cell.length]);
+      EXPECT_EQ('\0', cell.data()[cell.size()]);
     }
   }
-  good = rows.fault().what == nullptr;
+  good = rows.fault() == nullptr;
   return all;
 }
 
@@ -113,14 +113,14 @@ TEST(Csv, BlocksDoNotShow) {
   EXPECT_EQ(std::vector<std::string>({"x", "y"}), header);
   Rows all;
   CsvBlock block;
-  std::vector<CsvCell> cells;
-  while (stream.fill(block)) {
+  std::vector<PaddedText> cells;
+  while (stream.read(block)) {
     CsvRows rows(block);
     while (rows.next(cells)) {
       ASSERT_EQ(2U, cells.size());
       all.push_back({std::string(cells[0].view()), std::string(cells[1].view())});
     }
-    ASSERT_EQ(nullptr, rows.fault().what);
+    ASSERT_EQ(nullptr, rows.fault());
   }
   EXPECT_TRUE(expected == all);
 }

@@ -73,7 +73,8 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
   for (int i = 0; i < 200000; ++i) deep += "a.";
   deep += "a = 1\n";
   const Wrong wrongs[] = {
-      {"name = 'r'\nfeild = 1\n", "x.toml:1", "field: expected at least one field"},
+      {"name = 'r'\nfeild = 1\n", "x.toml:2:1", "called \"feild\", expected \"field\"?"},
+      {"name = 'r'\n", "x.toml:1", "field: expected at least one field, found none"},
       {"name = 'r'\nnome = 1\n[[field]]\nname='a'\ntype='BIN1'\n", "x.toml:2:1",
        "nothing here is called \"nome\", expected \"name\"?"},
       {"name = 3\n", "x.toml:1:8", "name: expected a text, found 3"},
@@ -86,6 +87,18 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
       {"name = 'r'\nsize = 3\n[[field]]\nname='a'\ntype='BIN1'", "x.toml:2:8",
        "the fields take 1 bytes, expected 3"},
       {"@type = 'CODALF13'\n", "x.toml:4:8", "such as \"CODALF1"},
+      {"@type = 'codalf05'\n", "x.toml:4:8", "such as \"CODALF05\""},
+      {"@type = 'CODSTR'\nbytes = 1048576\ncount = 17\n", "x.toml:2:1", "longer than 16 MiB"},
+      {"@type = 'DATAC'\ncheck = 'CPF'\n", "x.toml:5:9", "a DATAC has no check digits"},
+      {"@type = 'BIN8'\ndecimals = 2\ncheck = 'CPF'\n", "x.toml:6:9", "with decimals has no"},
+      {"name = 'r'\nencoding = ''\n", "x.toml:2:12", "a character set"},
+      {"name = 'r'\nencoding = '//TRANSLIT'\n", "x.toml:2:12", "a character set"},
+      {"@type = 'BIN1'\n[[field]]\nname = 'f_hex'\ntype = 'BIN1'\n", "x.toml:5:1",
+       "\"f_hex\" is what the bytes of \"f\" are called"},
+      {"@type = 'BIN1'\n[[field]]\nname = 'g'\ncolumn = 'f_hex'\ntype = 'BIN1'\n", "x.toml:1:1",
+       "\"f_hex\" is what the bytes of \"f\" are called"},
+      {"@type = 'ZBTFIELD'\nbits = [{name = 'b_hex', bits = 1}, {name = 'b', bits = 1}]\n",
+       "x.toml:5:9", "\"b_hex\" is what the bytes"},
       {"@type = 'CODALFA'\n", "x.toml:2:1", "positions: expected how many characters"},
       {"@type = 'CODSTR'\nbytes = 0\n", "x.toml:5:9", "a whole number from 1 to"},
       {"@type = 'BIN4'\ndecimals = 51\n", "x.toml:5:12", "from 0 to 50, found 51"},
@@ -128,6 +141,16 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
        "name='record'\ntype='BIN1'\n[[record]]\nname='i'\n[[record.field]]\nname='record'\n"
        "type='BIN1'\n",
        "x.toml:3:1", "tells the kind, expected another name"},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n[[record.field]]\nname='record'\ncolumn='other'\ntype='BIN1'\n[[record]]\n"
+       "name='i'\n[[record.field]]\nname='t'\ntype='BIN1'\n",
+       "x.toml:3:1", "tells the kind, expected another name"},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen=['1', '2']\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n[[record]]\nname='i'\nwhen=['3', '02']\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n",
+       "x.toml:11:6", "\"02\" tells the record \"h\""},
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\n[[record.fields]]\nname='t'\ntype='BIN1'\n",
+       "x.toml:5", "called \"fields\", expected \"field\"?"},
   };
   for (const Wrong &wrong : wrongs) {
     const std::string toml = wrong.toml[0] == '@' ? f + (wrong.toml + 1) : wrong.toml;
@@ -141,6 +164,39 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
       EXPECT_NE(std::string::npos, what.find(wrong.what)) << what;
       EXPECT_EQ(kUnusable, failure.status());
     }
+  }
+}
+
+// Points count where they make a table inside another, and nowhere else.
+TEST(LayoutFile, PointsThatNestNothingDoNotCount) {
+  const std::string points(300, '.');
+  std::string numbers = "1.5";
+  for (int i = 0; i < 300; ++i) numbers += ", 1.5";
+  std::string nested = "1";
+  for (int i = 0; i < 60; ++i) nested = "[\n{a.b.c.d.e = " + nested + "}]";
+  const std::string layout =
+      "name = 'r' # " + points + "\n[[field]]\nname = 'a'\ntype = 'CODSTR'\nbytes = 3\n";
+  const auto refusal = [](const std::string &text) {
+    try {
+      parse_layout(text, "x.toml");
+    } catch (const Failure &failure) {
+      return std::string(failure.what());
+    }
+    return std::string();
+  };
+  EXPECT_EQ("", refusal(layout));
+  for (const std::string &value :
+       {"'" + points + "'", R"("\")" + points + "\"", "\"\"\"\n\"" + points + "\"\"\"\"\"",
+        "'''\n" + points + "'''", "[" + numbers + "]"}) {
+    const std::string what = refusal(layout + "x = " + value + "\n");
+    EXPECT_NE(std::string::npos, what.find("nothing here is called \"x\"")) << value << what;
+  }
+  std::string deep = "a";
+  for (int i = 0; i < 100000; ++i) deep += ".a";
+  for (const std::string &text :
+       {deep + " = 1\n", "x = \"\"\"a\"\"\"\"\n" + deep + " = 1\n", "[" + deep + "]\n",
+        "x = {y = '''a'''', " + deep + " = 1}\n", "x = " + nested + "\n"}) {
+    EXPECT_NE(std::string::npos, refusal(text).find("at most 200 points")) << text.substr(0, 40);
   }
 }
 

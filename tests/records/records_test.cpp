@@ -1,14 +1,18 @@
 // Files of records: how they are cut, written as text, and loaded again.
 
+#include <campotipo-support/money.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "commands/pipeline.hpp"
+#include "files/failure.hpp"
 #include "files/stream.hpp"
 #include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
 #include "report/histogram.hpp"
+#include "rows/cells.hpp"
 #include "rows/loader.hpp"
 #include "rows/program.hpp"
 #include "terminal/output.hpp"
@@ -169,28 +173,29 @@ TEST(RecordStream, BlocksDoNotShow) {
 struct Loaded {
   std::string bytes;
   Tally lost;
-  std::string fault;
+  std::string fault;  // "line: what"
 };
 
-Loaded load(const Layout &layout, const std::string &csv, bool strict = false) {
+Loaded load(const Layout &layout, const std::string &csv, std::size_t block_size = 1U << 18) {
   const TemporaryFile stored(csv);
   Input input(stored.path());
-  CsvStream stream(input);
+  CsvStream stream(input, block_size);
   std::vector<std::string> header;
   Loaded result;
   if (!stream.header(header)) return result;
   const Loader loader(layout, header, {}, "csv");
   LoadedBlock block;
   std::uint64_t rows = 0;
-  while (stream.fill(block.csv)) {
-    loader.load(block, strict);
+  std::uint64_t lines = stream.header_lines();
+  while (result.fault.empty() && stream.read(block.csv)) {
+    loader.load(block);
     result.bytes += block.records.view();
-    result.lost.merge(block.lost, rows);
+    result.lost.merge(block.lost, rows, lines);
     rows += block.rows;
     if (!block.fault.empty()) {
-      result.fault = block.fault;
-      break;
+      result.fault = std::to_string(lines + block.fault_line) + ": " + block.fault;
     }
+    lines += block.lines;
   }
   return result;
 }
@@ -266,12 +271,48 @@ TEST(RoundTrip, SeveralKindsWithLengthsAndSharedColumns) {
   const Loaded lost = load(layout, "record,t,nome,quando\nh,H,x,01/01/2024 10:00:00\n");
   ASSERT_EQ(1U, lost.lost.total());
   EXPECT_EQ("the record has no such field", lost.lost.lines()[0].what);
-  EXPECT_EQ("no kind of record is called \"z\"", load(layout, "record,t\nz,H\n").fault);
+  EXPECT_EQ("2: no kind of record is called \"z\"", load(layout, "record,t\nz,H\n").fault);
+}
+
+// A record is read as the kind that its bytes tell, so no row may be stored as another.
+TEST(Loader, RefusesARowWhoseKindItsFieldContradicts) {
+  const Layout layout = parse_layout(
+      "name='f'\nselect='t'\n"
+      "[[record]]\nname='one'\nwhen='1'\n[[record.field]]\nname='t'\ntype='BIN1'\n"
+      "[[record]]\nname='two'\nwhen=['2', '3']\n[[record.field]]\nname='t'\ntype='BIN1'\n"
+      "[[record.field]]\nname='x'\ntype='BIN1'\n"
+      "[[record]]\nname='rest'\n[[record.field]]\nname='t'\ntype='BIN1'\ncolumn='c'\n"
+      "[[record.field]]\nname='y'\ntype='BIN1'\ncolumn='c'\njoin=' '\n",
+      "test");
+  struct Row {
+    const char *csv, *fault, *bytes;
+  };
+  const Row rows[] = {
+      {"record,t\none,1\none,\n", "", "\1\1"},
+      {"record\none\n", "", "\1"},
+      {"record,t,x\ntwo,3,7\n", "", "\3\7"},
+      {"record,c\nrest,9 7\n", "", "\11\7"},
+      {"record,t\none,1\none,0\n",
+       "3: field t: \"0\" does not tell the kind \"one\", expected \"1\"", "\1"},
+      {"record,t\none,2\n", "2: field t: \"2\" does not tell the kind \"one\"", ""},
+      {"record,t\none,x\n", "2: field t: \"x\" does not tell the kind \"one\"", ""},
+      {"record,t\ntwo,\n",
+       "2: field t: \"\" does not tell the kind \"two\", expected \"2\" or \"3\"", ""},
+      {"record\ntwo\n", "2: field t: \"\" does not tell the kind \"two\"", ""},
+      {"record,c\nrest,1 7\n",
+       "2: field t: \"1 7\" does not tell the kind \"rest\", expected no value", ""},
+  };
+  for (const Row &row : rows) {
+    const Loaded loaded = load(layout, row.csv);
+    EXPECT_EQ(0U, loaded.fault.find(row.fault)) << row.csv << loaded.fault;
+    EXPECT_EQ(*row.fault == '\0', loaded.fault.empty()) << row.csv << loaded.fault;
+    EXPECT_EQ(row.bytes, loaded.bytes) << row.csv;
+  }
 }
 
 // Columns that look like something else: bytes beside a value, a mark in front of the file.
 TEST(RoundTrip, ColumnsOfAnyName) {
-  for (const char *name : {"a_hex", "\xEF\xBB\xBFz", "x\\\"y, z\\r"}) {
+  for (const char *name : {"b_hex", "\xEF\xBB\xBFz", "x\\\"y, z\\r"}) {
     const Layout layout =
         parse_layout("name=\"r\"\n[[field]]\nname=\"b\"\ncolumn=\"" + std::string(name) +
                          "\"\ntype=\"BIN2\"\n[[field]]\nname=\"a\"\ntype=\"BIN1\"\n",
@@ -280,20 +321,56 @@ TEST(RoundTrip, ColumnsOfAnyName) {
   }
 }
 
-TEST(Loader, CountsWhatIsLostAndStopsWhereTold) {
-  const Layout layout = parse_layout(with(kPair, ""), "test");
-  const std::string csv = "a\n1\n70000\nx\n2\n99999\n";
-  const Loaded loaded = load(layout, csv);
-  EXPECT_EQ(10U, loaded.bytes.size());
-  ASSERT_EQ(2U, loaded.lost.lines().size());
-  EXPECT_EQ("a", loaded.lost.lines()[0].field);
-  EXPECT_EQ(2U, loaded.lost.lines()[0].entry.count);
-  EXPECT_EQ(2U, loaded.lost.lines()[0].entry.places[0].record);
-  EXPECT_EQ(4U, loaded.lost.lines()[0].entry.places[0].offset);
-  EXPECT_EQ(5U, loaded.lost.lines()[0].entry.places[1].record);
-  EXPECT_EQ(2U, load(layout, csv, true).bytes.size());
-  EXPECT_EQ("2 cells, expected 1", load(layout, "a\n1\n1,2\n").fault);
+TEST(Loader, TellsEveryLossWithLineAndRecord) {
+  const Layout layout =
+      parse_layout(with(kPair, "") + "[[field]]\nname='b'\ntype='CODSTR'\nbytes=3\n", "test");
+  const std::string csv = "a,b\r\n1,\"x\ny\"\n70000,\n\n2,\n99999,\n4,abcd\n5,\"a\n\n\n\"";
+  for (const std::size_t block : {1U, 9U, 1U << 18}) {
+    const Loaded loaded = load(layout, csv, block);
+    EXPECT_EQ("", loaded.fault);
+    EXPECT_EQ(30U, loaded.bytes.size());
+    std::string places;
+    for (const Tally::Line &line : loaded.lost.lines()) {
+      for (const Place &place : line.entry.places) {
+        places += line.field + "@" + std::to_string(place.line) + "#" +
+                  std::to_string(place.record) + " ";
+      }
+    }
+    EXPECT_EQ("a@4#2 a@7#4 b@8#5 b@9#6 ", places);
+    EXPECT_EQ("13: a quote that is not closed", load(layout, csv + "\n,\"", block).fault);
+  }
+  EXPECT_EQ("4: 3 cells, expected 2", load(layout, "a,b\n1,\"\n\"\n1,2,3\n").fault);
   EXPECT_EQ(1U, load(layout, std::string("a\n1\0002\n", 6)).lost.total());
+}
+
+// Each layout keeps the decimals of its own money values, whatever the process has set.
+TEST(Layouts, DoNotChangeEachOther) {
+  const auto layout = [](int decimals) {
+    return parse_layout("name='r'\nparcela_decimals=" + std::to_string(decimals) +
+                            "\n[[field]]\nname='v'\ntype='PARCELA'\n",
+                        "test");
+  };
+  const Layout two = layout(2);
+  const Layout eighteen = layout(18);
+  EXPECT_THROW(parse_layout("name='r'\nparcela_decimals=7\n", "test"), Failure);
+  const int before = PARCELA_fixo;
+  for (const int fixo : {0, 4, 9}) {
+    PARCELA_fixo = fixo;
+    for (const Layout *each : {&two, &eighteen}) {
+      PARCELA value;
+      unsigned char record[sizeof value];
+      const std::string text = each == &two ? "-12345.67" : "-9.223372036854775808";
+      EXPECT_EQ(nullptr, take(each->types[0].fields[0], text, record));
+      EXPECT_EQ(text, field_text(each->types[0].fields[0], record));
+      // The service says the same of these bytes, once it is told the decimals.
+      std::memcpy(&value, record, sizeof value);
+      char said[PARCELA_TEXT_SIZE(18)];
+      PARCELA_fixo = each->parcela_decimals;
+      EXPECT_EQ(text, PARCELA_vtoa(said, &value));
+      PARCELA_fixo = fixo;
+    }
+  }
+  PARCELA_fixo = before;
 }
 
 TEST(Programs, JsonNestsGroupsAndRepetitions) {
@@ -317,6 +394,71 @@ TEST(Programs, JsonNestsGroupsAndRepetitions) {
       json({}));
   EXPECT_EQ("{\"g\":[{\"b\":{\"parte1\":\"1\"}},{\"b\":{\"parte1\":\"0\"}}],\"d\":null}\n",
             json({"g.b.parte1", "d"}));
+}
+
+// A column that several fields share is there where one of them has a value.
+TEST(Programs, ASharedColumnWithoutAValueIsAbsent) {
+  const Layout layout = parse_layout(
+      "name='r'\n[[field]]\nname='d'\ntype='DATAC'\nencoding='packed'\ncolumn='when'\n"
+      "[[field]]\nname='h'\ntype='HORAC'\ncolumn='when'\njoin=' '\n"
+      "[[field]]\nname='n'\ntype='BIN1'\ncolumn='when'\njoin='_'\n"
+      "[[field]]\nname='z'\ntype='BIN1'\n",
+      "test");
+  struct Row {
+    const char *csv, *json;
+  };
+  const Row rows[] = {
+      {"", R"({"d":null,"h":null,"n":null,"z":5})"},
+      {"01/02/2024 00:00_0", R"({"d":"01/02/2024","h":"00:00","n":0,"z":5})"},
+      {" 00:00_7", R"({"d":null,"h":"00:00","n":7,"z":5})"},
+  };
+  for (const Row &row : rows) {
+    const std::string csv = "when,z\r\n" + std::string(row.csv) + ",5\r\n";
+    const Loaded loaded = load(layout, csv);
+    ASSERT_TRUE(loaded.lost.empty());
+    EXPECT_EQ(csv, csv_of(layout, loaded.bytes));
+    EXPECT_EQ(row.json + std::string("\n"),
+              dump(layout, loaded.bytes, json_programs(layout, layout.columns, false)));
+    const auto *record = reinterpret_cast<const unsigned char *>(loaded.bytes.data());
+    EXPECT_EQ(row.csv, Cells(layout, layout.columns, false).of(layout.types[0], record)[0]);
+  }
+}
+
+TEST(Programs, ColumnsAreChosenByAnyNameOfTheirs) {
+  const Layout layout = parse_layout(layout_of_every_type(), "test");
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(Names({"grupo_1.a_1", "grupo_2.a_1", "grupo_1.a_2"}),
+            chosen_columns(layout, {"grupo_1.a_1", "grupo_2.a_1", "grupo_1.a_1", "grupo_1.a_2"}));
+  EXPECT_EQ(8U, chosen_columns(layout, {"grupo"}).size());
+  EXPECT_EQ(4U, chosen_columns(layout, {"grupo_2"}).size());
+  EXPECT_EQ(Names({"grupo_1.b", "grupo_2.b"}), chosen_columns(layout, {"grupo.b"}));
+  try {
+    chosen_columns(layout, {"F_DATAK"});
+    ADD_FAILURE() << "was accepted";
+  } catch (const Failure &failure) {
+    EXPECT_NE(nullptr, strstr(failure.what(), "expected \"f_DATAC\"?")) << failure.what();
+  }
+}
+
+// What a record holds and how it is measured hangs on no locale of the process.
+TEST(Locale, DoesNotShow) {
+  const Layout layout = parse_layout(
+      "name='r'\n[[field]]\nname='c'\ntype='CODALF12'\n[[field]]\nname='a'\ntype='CODALFA'\n"
+      "positions=9\n[[field]]\nname='q'\ntype='QUANTIA'\n[[field]]\nname='p'\ntype='PORC2'\n"
+      "[[field]]\nname='b'\ntype='BINQ9'\ndecimals=3\n",
+      "test");
+  const std::string csv = "c,a,q,p,b\nistanbul,\xFD\xE9gil,1234.56,12.50,1.125\n\xFDi,I,-0.5,1,2\n";
+  const Loaded loaded = load(layout, csv);
+  const auto *record = reinterpret_cast<const unsigned char *>(loaded.bytes.data());
+  const RecordType &type = layout.types[0];
+  EXPECT_EQ("ISTANBUL", field_text(type.fields[0], record));
+  EXPECT_EQ("GIL", field_text(type.fields[1], record));
+  EXPECT_EQ("I", field_text(type.fields[0], record + type.bytes));
+  EXPECT_EQ(3U, loaded.lost.total());
+  for (const auto &[place, number] : {std::pair{2U, 1234.56}, {3U, 12.5}, {4U, 1.125}}) {
+    const Field &field = type.fields[place];
+    EXPECT_EQ(number, field.type->measure(record + field.offset, field.params));
+  }
 }
 
 TEST(Pipeline, KeepsTheOrderAndTheFirstFault) {

@@ -7,6 +7,7 @@
 #include <clocale>
 
 #include "tests/records/tool_fixture.hpp"
+#include "text/ascii.hpp"
 #include "text/charset.hpp"
 #include "text/quote.hpp"
 #include "text/utf8.hpp"
@@ -43,7 +44,7 @@ TEST(Texts, AreUtf8WhateverTheBytes) {
       for (char &byte : bytes) byte = static_cast<char>(byte ^ (random.word() >> 57) * 3);
       const auto *record = reinterpret_cast<const unsigned char *>(bytes.data());
       const std::string text = field_text(field, record);
-      ASSERT_TRUE(is_utf8(text)) << hex(record, 11);
+      ASSERT_TRUE(is_utf8(text)) << ascii::hex(record, 11);
       const bool bad = text.find("\xEF\xBF\xBD") != std::string::npos;
       (bad ? replaced : kept) += 1;
       if (bad) {

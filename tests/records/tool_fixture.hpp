@@ -12,7 +12,7 @@
 #include "layout/layout.hpp"
 #include "layout/reader.hpp"
 #include "tests/util/random.hpp"
-#include "text/scan.hpp"
+#include "text/padded.hpp"
 
 namespace campotipo::tool::test {
 
@@ -43,9 +43,7 @@ class TemporaryFile {
 
 // Stores a text as a loaded cell would be; gives what was lost.
 inline const char *take(const Field &field, const std::string &text, unsigned char *record) {
-  std::string padded = text;
-  padded.resize(text.size() + 1 + scan::kPadding);
-  return field.type->take(record + field.offset, {padded.data(), text.size()}, field.params);
+  return field.type->take(record + field.offset, PaddedString(text).text(), field.params);
 }
 
 // The keys that a type needs before it is a field.

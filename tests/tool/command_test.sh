@@ -78,19 +78,23 @@ expect 0 "aaaaaaaaaaaaaaaa" show CODSTR "$(printf '61%.0s' {1..16})"
 expect 0 "08208224" make CODALF05 7 --set 'options=["zeros"]'
 expect 0 "BF00000000000000" make BIN8 191 --set 'check="CNPJ"'
 expect 0 "E2040000" make BIN4 12.50 --set decimals=2
-expect 0 "too large" make BIN1 256
-expect 1 "too large" make BIN1 256 --strict
+expect 1 "nothing is written (--lossy" make BIN1 256
+[[ ! -s out ]] || complain "bytes of a value that does not fit"
+expect 0 "too large" make BIN1 256 --lossy
+grep -qx 00 out || complain "a wrapped number"
+expect 2 "--strict is gone" make BIN1 255 --strict
 expect 0 "1EFBFFFFFFFFFFFF" make QUANTIA -12.50
 expect 0 "B390" make ZBTFIELD "5 19 9" --set 'bits=[3,5,4]' --set 'order="big"'
 expect 0 "31/12/2024" show DATAC "9F:D1 8F"
 expect 0 "AB-1" show CODALFA 30D98300 --set positions=5
 expect 0 "AB" show CODSTR 41420000
 expect 0 "AB" show CODSTR 414200 --set bytes=3
-expect 0 "30D98300" make CODALF05 ab-1
-expect 0 "30D983" make CODALFA ab-1
+expect 0 "30D98300" make CODALF05 AB-1
+expect 0 "30D98300" make CODALF05 ab-1 --lossy
+expect 0 "30D983" make CODALFA AB-1
 expect 2 "expected 3 numbers" make ZBTFIELD "5 19" --set 'bits=[3,5,4]'
 expect 0 "b: spare" show ZBTFIELD 20 --set 'bits=[3,{name="b",bits=2}]'
-expect 1 "CNPJ fail" make CODALF14 11222333000180 --set 'check="CNPJ"' --strict
+expect 1 "CNPJ fail" make CODALF14 11222333000180 --set 'check="CNPJ"'
 expect 0 "12.ABC.345/01DE-35" document 12ABC34501DE35
 expect 0 "CPF       hold    123.456.789-09  CPF, person" document 123.456.789-09
 expect 1 "CNPJ" document 11222333000180 --strict
@@ -156,15 +160,41 @@ same good.dat hex.dat
 "$tool" dump margins.toml margins.dat --format csv | "$tool" load margins.toml --like margins.dat > m.dat
 same margins.dat m.dat
 
-# A value that cannot be stored whole.
-expect 0 "lossy.csv: record 2, byte 13: field n: \"70000\" too large for the field" \
-  load pair.toml lossy.csv -o lossy.dat
-grep -qF "3 records stored, 2 values not whole" err || complain "no sum of the losses"
+# A value that cannot be stored whole: nothing is written, unless that is asked for.
 for jobs in 1 4; do
-  expect 1 "lossy.csv: record 2, byte 13: field n" \
-    load pair.toml lossy.csv --strict --jobs "$jobs" -o strict.dat
-  absent strict.dat
+  expect 1 "lossy.csv:3: record 2: field n: \"70000\" too large for the field" \
+    load pair.toml lossy.csv --jobs "$jobs" -o refused.dat
+  grep -qF "2 values incomplete, nothing is written" err || complain "no sum of what is refused"
+  absent refused.dat
 done
+"$tool" load pair.toml lossy.csv > refused.dat 2> err
+[[ $? -eq 1 && ! -s refused.dat ]] || complain "bytes of a refused file in a pipe"
+rm refused.dat
+expect 0 "lossy.csv:3: record 2: field nome: \"abcdefgh\" too long" \
+  load pair.toml lossy.csv --lossy -o lossy.dat
+grep -qF "3 records stored, 2 values incomplete" err || complain "no sum of the losses"
+printf '\1\0abc\0\0\0\0\0abcdef\3\0x\0\0\0\0\0' | cmp -s - lossy.dat || complain "what is left is another"
+expect 2 "--strict is gone" load pair.toml good.csv --strict -o strict.dat
+absent strict.dat
+{ printf 'n,nome\n'; for i in {1..20}; do printf '%s,"\nabcdef"\n' "$i"; done; } > many.csv
+expect 1 "many.csv: field nome: 15 more, too long" load pair.toml many.csv -o many.dat
+[[ $(grep -c "^campotipo: many.csv:[0-9]*: record" err) -eq 5 ]] || complain "not the first five"
+expect 1 "many.csv:40: record 20: field nome" load pair.toml many.csv --all -o many.dat
+[[ $(grep -c "^campotipo: many.csv:[0-9]*: record" err) -eq 20 ]] || complain "not every place"
+
+# The file that is read is not written.
+for in in good.csv ./good.csv link-to-good.csv; do
+  ln -sf good.csv link-to-good.csv
+  expect 2 "is a file that is read" load pair.toml good.csv -o "$in"
+done
+expect 2 "is a file that is read" load pair.toml good.csv -o pair.toml
+expect 2 "is a file that is read" load pair.toml good.csv --like pair.toml -o ./pair.toml
+expect 2 "is a file that is read" dump pair.toml good.dat -o good.dat
+expect 2 "is a file that is read" dump pair.toml good.dat -o pair.toml
+expect 2 "is a file that is read" report pair.toml good.dat -o good.dat
+expect 2 "is a file that is read" layout pair.toml --header -o pair.toml
+"$tool" load pair.toml good.csv >> good.csv 2> err
+[[ $? -eq 2 ]] || complain "a file grows by what it holds"
 
 # Findings.
 head -c 20 good.dat > cut.dat
@@ -244,10 +274,10 @@ expect 2 "is empty" load pair.toml /dev/null -o empty.dat
 expect 2 "the layout has no column \"nomes\", expected \"nome\"?" \
   load pair.toml <(printf 'n,nomes\n1,x\n') -o empty.dat
 expect 0 "" load pair.toml <(printf 'n,nam,nome\n1,x,y\n') --ignore nam -o ignored.dat
-expect 2 "record 1, byte 7: a quote that is not closed" load pair.toml <(printf 'n,nome\n"1,x\n') -o empty.dat
+expect 2 ":2: record 1: a quote that is not closed" load pair.toml <(printf 'n,nome\n"1,x\n') -o empty.dat
 expect 2 "a row without end, or a quote that is not closed" \
   load pair.toml <(printf 'n,nome\n1,"' && head -c 140000000 /dev/zero | tr '\0' x) -o empty.dat
-expect 2 "record 2, byte 11: 1 cells, expected 2" \
+expect 2 ":3: record 2: 1 cells, expected 2" \
   load pair.toml <(printf 'n,nome\n1,x\n2\n') -o empty.dat
 absent empty.dat
 expect 2 "" dump
@@ -264,7 +294,7 @@ grep -q $'^{"a":"a\xc3\xa7\xef\xbf\xbd\xef\xbf\xbd' out || complain "no mark in 
 expect 0 'C3A7FFEDA080' dump utf8.toml any.dat --format ndjson --hex
 expect 0 "" dump utf8.toml any.dat --format csv
 is_utf8 out || complain "CSV is no UTF-8"
-"$tool" load utf8.toml out -o again.dat 2> err
+"$tool" load utf8.toml out --lossy -o again.dat 2> err
 [[ $(stat -c %s again.dat) -eq 120000 ]] || complain "CSV has other rows or columns"
 
 # A name in a picture is cut by letters.
@@ -376,7 +406,11 @@ fi
 ! grep -q $'\e' out err || complain "an escape in a file"
 
 # The layout that comes with the examples.
-expect 0 "513 records stored" load "$examples/bancos.toml" "$examples/data/bancos.csv" -o bancos.dat
+expect 1 "64 values incomplete, nothing is written" \
+  load "$examples/bancos.toml" "$examples/data/bancos.csv" -o bancos.dat
+absent bancos.dat
+expect 0 "513 records stored, 64 values incomplete" \
+  load "$examples/bancos.toml" "$examples/data/bancos.csv" --lossy -o bancos.dat
 if grep -qv "field nome_reduzido\|records stored" err; then complain "another field is lossy"; fi
 expect 0 "every value valid" check "$examples/bancos.toml" bancos.dat
 "$tool" dump "$examples/bancos.toml" bancos.dat --format csv |

@@ -24,4 +24,8 @@ void add_stats(CLI::App &app, Action &action);
 void add_report(CLI::App &app, Action &action);
 void add_document(CLI::App &app, Action &action);
 
+// Answers the option --strict of earlier versions, so that nobody takes its absence for a change of
+// what is refused.
+void refuse_strict(CLI::App &command);
+
 }  // namespace campotipo::tool

@@ -6,6 +6,7 @@
 #include "kinds/checks.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/output.hpp"
+#include "text/ascii.hpp"
 
 namespace campotipo::tool {
 
@@ -27,9 +28,8 @@ bool can_be(const NamedCheck &check, const std::string &text) {
   if (check.shortest == 0 || text.size() < check.shortest || text.size() > check.longest) {
     return false;
   }
-  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
   const auto is_capital = [](char c) { return c >= 'A' && c <= 'Z'; };
-  const auto digits = std::count_if(text.begin(), text.end(), is_digit);
+  const auto digits = std::count_if(text.begin(), text.end(), ascii::is_digit);
   const auto capitals = std::count_if(text.begin(), text.end(), is_capital);
   if (digits + capitals != static_cast<std::ptrdiff_t>(text.size())) return false;
   switch (check.letters) {

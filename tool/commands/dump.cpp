@@ -7,6 +7,7 @@
 #include "commands/pipeline.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
+#include "files/same_file.hpp"
 #include "files/stream.hpp"
 #include "layout/reader.hpp"
 #include "rows/buffer.hpp"
@@ -106,6 +107,8 @@ int dump_table(const Request &request, const Layout &layout, Input &input, Outpu
 }
 
 int dump(const Request &request) {
+  refuse_same_file(request.layout, request.out);
+  refuse_same_file(request.file, request.out);
   const Layout layout = read_layout(request.layout);
   const auto columns = chosen_columns(layout, request.fields);
   Input input(request.file);

@@ -2,6 +2,7 @@
 
 #include "commands/commands.hpp"
 #include "files/failure.hpp"
+#include "files/same_file.hpp"
 #include "kinds/dates.hpp"
 #include "layout/reader.hpp"
 #include "pictures/drawings.hpp"
@@ -70,6 +71,7 @@ std::string pictures(const Layout &layout, const std::string &wanted) {
 }
 
 int run(const Request &request) {
+  refuse_same_file(request.layout, request.out);
   const Layout layout = read_layout(request.layout);
   Output output(request.out);
   if (request.header) {

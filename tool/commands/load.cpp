@@ -1,14 +1,19 @@
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "commands/commands.hpp"
 #include "commands/numbers.hpp"
 #include "commands/pipeline.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
+#include "files/same_file.hpp"
 #include "layout/reader.hpp"
 #include "rows/loader.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
+#include "terminal/spool.hpp"
+#include "terminal/tell.hpp"
 
 namespace campotipo::tool {
 
@@ -17,7 +22,7 @@ namespace {
 constexpr const char *kExample =
     "Examples:\n"
     "  campotipo load bancos.toml bancos.csv -o bancos.dat\n"
-    "  campotipo load bancos.toml bancos.csv --strict --ignore obs -o bancos.dat";
+    "  campotipo load bancos.toml bancos.csv --lossy --ignore obs -o bancos.dat";
 
 struct Request {
   std::string layout;
@@ -25,7 +30,8 @@ struct Request {
   std::string out;
   std::string like;
   std::vector<std::string> ignored;
-  bool strict = false;
+  bool lossy = false;
+  bool all = false;
   int jobs = 1;
 };
 
@@ -58,89 +64,147 @@ Margins margins(const Request &request, const Layout &layout) {
   return bytes;
 }
 
+// Where the records go: nothing of them is seen before the whole file is loaded, unless what they
+// lose is taken.
+class Records {
+ public:
+  Records(Output &output, bool lossy) : output_(&output) {
+    if (!lossy && !output.is_held()) spool_.emplace();
+  }
+
+  void write(std::string_view bytes) {
+    if (spool_) {
+      spool_->write(bytes);
+    } else {
+      output_->write(bytes);
+    }
+  }
+
+  void commit() {
+    if (spool_) spool_->copy_to(*output_);
+    output_->commit();
+  }
+
+ private:
+  Output *output_;
+  std::optional<Spool> spool_;
+};
+
 class Load {
  public:
   Load(const Request &request, const Layout &layout, Input &input, Output &output)
       : request_(&request),
         layout_(&layout),
-        input_(&input),
-        output_(&output),
+        name_(input.name()),
+        records_(output, request.lossy),
         stream_(input),
         progress_("load", input.size()) {}
 
   int run() {
     std::vector<std::string> header;
     if (!stream_.header(header)) {
-      throw Failure(input_->name() + ": is empty, expected a row with the names of the columns");
+      throw Failure(name_ + ": is empty, expected a row with the names of the columns");
     }
-    const Loader loader(*layout_, header, request_->ignored, input_->name());
+    lines_ = stream_.header_lines();
+    const Loader loader(*layout_, header, request_->ignored, name_);
     for (const std::string &column : loader.missing()) {
-      tell(input_->name() + ": has no column \"" + column + "\": the field stays empty");
+      tell(name_ + ": has no column \"" + column + "\": the field stays empty");
     }
     const Margins around = margins(*request_, *layout_);
-    output_->write(around.header);
+    records_.write(around.header);
+    const std::size_t places = request_->all ? Tally::kEveryPlace : Tally::kPlaces;
     Pipeline<LoadedBlock>(
-        request_->jobs, [&](LoadedBlock &block) { return stream_.fill(block.csv); },
-        [&](LoadedBlock &block) { loader.load(block, request_->strict); },
+        request_->jobs, [&](LoadedBlock &block) { return stream_.read(block.csv); },
+        [&](LoadedBlock &block) { loader.load(block, places); },
         [&](LoadedBlock &block) { drain(block); })
         .run();
-    output_->write(around.trailer);
-    output_->commit();
-    progress_.clear();
-    report();
+    finish(around.trailer);
     return kGood;
   }
 
  private:
-  std::string where(std::uint64_t record, std::uint64_t offset) const {
-    return input_->name() + ": record " + std::to_string(record) + ", byte " +
-           std::to_string(offset) + ": ";
+  std::string where(std::uint64_t line, std::uint64_t record) const {
+    return name_ + ":" + std::to_string(line) + ": record " + std::to_string(record) + ": ";
   }
 
-  std::string message(const std::string &field, const std::string &what, const Place &place) const {
-    return where(place.record, place.offset) + "field " + field + ": \"" + shortened(place.value) +
-           "\" " + what;
+  void tell_loss(const Tally::Line &loss, const Place &place) {
+    progress_.clear();
+    tell(where(place.line, place.record) + "field " + loss.field + ": \"" + shortened(place.value) +
+         "\" " + loss.what);
+  }
+
+  // Every loss of a block, in the order of its lines.
+  void tell_all(const Tally &lost) {
+    std::vector<std::pair<const Tally::Line *, const Place *>> all;
+    for (const Tally::Line &loss : lost.lines()) {
+      for (const Place &place : loss.entry.places) all.emplace_back(&loss, &place);
+    }
+    std::stable_sort(all.begin(), all.end(),
+                     [](const auto &a, const auto &b) { return a.second->line < b.second->line; });
+    for (const auto &[loss, place] : all) tell_loss(*loss, *place);
   }
 
   void drain(LoadedBlock &block) {
-    output_->write(block.records.view());
-    lost_.merge(block.lost, records_);
-    if (block.stopped) {
-      const Tally::Line &line = block.lost.lines()[0];
-      Place place = line.entry.places[0];
-      place.record += records_;
-      throw Failure(message(line.field, line.what, place) + "; nothing is stored", kFound);
+    Tally lost(request_->all ? Tally::kEveryPlace : Tally::kPlaces);
+    lost.merge(block.lost, rows_, lines_);
+    if (request_->all) tell_all(lost);
+    lost_.merge(lost, 0, 0);
+    // What will be refused need not be written.
+    if (request_->lossy || lost_.empty()) records_.write(block.records.view());
+    rows_ += block.rows;
+    if (!block.fault.empty()) {
+      progress_.clear();
+      report();
+      throw Failure(where(lines_ + block.fault_line, rows_ + 1) + block.fault);
     }
-    records_ += block.rows;
-    if (!block.fault.empty()) throw Failure(where(records_ + 1, block.fault_at) + block.fault);
-    progress_.at(block.csv.offset + block.csv.size, records_);
+    lines_ += block.lines;
+    bytes_ += block.csv.size;
+    progress_.at(bytes_, rows_);
   }
 
-  void report() const {
-    for (const Tally::Line &line : lost_.lines()) {
-      for (const Place &place : line.entry.places) tell(message(line.field, line.what, place));
-      const std::uint64_t more = line.entry.count - line.entry.places.size();
-      if (more != 0) {
-        tell(input_->name() + ": field " + line.field + ": " + std::to_string(more) +
-             " more values of which: " + line.what);
-      }
+  // The first losses of each field, where not every one has been told.
+  void report() {
+    if (request_->all) return;
+    for (const Tally::Line &loss : lost_.lines()) {
+      for (const Place &place : loss.entry.places) tell_loss(loss, place);
+      const std::uint64_t more = loss.entry.count - loss.entry.places.size();
+      if (more == 0) continue;
+      tell(name_ + ": field " + loss.field + ": " + std::to_string(more) + " more, " + loss.what +
+           " (--all tells each)");
     }
+  }
+
+  void finish(const std::string &trailer) {
+    progress_.clear();
+    report();
+    const std::string values =
+        std::to_string(lost_.total()) + (lost_.total() == 1 ? " value" : " values") + " incomplete";
+    if (!lost_.empty() && !request_->lossy) {
+      throw Failure(name_ + ": " + values + ", nothing is written (--lossy stores what is left)",
+                    kFound);
+    }
+    records_.write(trailer);
+    records_.commit();
     if (lost_.empty()) return;
-    tell(input_->name() + ": " + std::to_string(records_) + " records stored, " +
-         std::to_string(lost_.total()) + " values not whole");
+    tell(name_ + ": " + std::to_string(rows_) + " records stored, " + values);
   }
 
   const Request *request_;
   const Layout *layout_;
-  Input *input_;
-  Output *output_;
+  std::string name_;
+  Records records_;
   CsvStream stream_;
   Progress progress_;
   Tally lost_;
-  std::uint64_t records_ = 0;
+  std::uint64_t rows_ = 0;
+  std::uint64_t lines_ = 0;
+  std::uint64_t bytes_ = 0;
 };
 
 int load(const Request &request) {
+  refuse_same_file(request.layout, request.out);
+  refuse_same_file(request.file, request.out);
+  if (!request.like.empty()) refuse_same_file(request.like, request.out);
   const Layout layout = read_layout(request.layout);
   Input input(request.file);
   Output output(request.out);
@@ -150,14 +214,25 @@ int load(const Request &request) {
 
 }  // namespace
 
+void refuse_strict(CLI::App &command) {
+  const auto refuse = [](std::int64_t) {
+    throw Failure(
+        "--strict is gone: a value that does not fit whole is refused, unless --lossy is "
+        "given");
+  };
+  command.add_flag_function("--strict", refuse)->group("");
+}
+
 void add_load(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand("load", "Write records from CSV");
   auto request = std::make_shared<Request>();
   command->add_option("LAYOUT", request->layout, "The layout file")->required();
   command->add_option("CSV", request->file, "The CSV file; standard input without it");
   command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");
-  command->add_flag("--strict", request->strict,
-                    "Stop at the first value that cannot be stored whole, with status 1");
+  command->add_flag("--lossy", request->lossy,
+                    "Store values that do not fit whole as far as they go, and tell how many");
+  command->add_flag("--all", request->all, "Tell every such value, not the first of each kind");
+  refuse_strict(*command);
   command->add_option("--ignore", request->ignored, "Columns of the CSV file to leave out")
       ->delimiter(',')
       ->allow_extra_args(false);

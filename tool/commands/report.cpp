@@ -4,6 +4,7 @@
 #include "commands/faults.hpp"
 #include "files/failure.hpp"
 #include "files/input.hpp"
+#include "files/same_file.hpp"
 #include "files/stream.hpp"
 #include "findings/examiner.hpp"
 #include "layout/reader.hpp"
@@ -70,6 +71,8 @@ void second_reading(const Layout &layout, Input &input, Report &report) {
 }
 
 int run(const Request &request) {
+  refuse_same_file(request.layout, request.out);
+  refuse_same_file(request.file, request.out);
   const Layout layout = read_layout(request.layout);
   Report report;
   Input input(request.file, Input::Use::kTwice);

@@ -7,8 +7,9 @@
 #include "layout/layout.hpp"
 #include "layout/reader.hpp"
 #include "terminal/output.hpp"
+#include "terminal/tell.hpp"
+#include "text/ascii.hpp"
 #include "text/quote.hpp"
-#include "text/scan.hpp"
 
 namespace campotipo::tool {
 
@@ -29,25 +30,19 @@ struct Request {
   std::string value;
   std::vector<std::string> settings;
   bool strict = false;
+  bool lossy = false;
 };
 
-std::vector<unsigned char> bytes_of(const std::string &digits) {
-  std::vector<unsigned char> bytes;
-  std::string pair;
-  for (const char c : digits) {
-    if (c == ' ' || c == ':') continue;
-    if (std::string_view("0123456789abcdefABCDEF").find(c) == std::string_view::npos) {
-      throw Failure("\"" + digits + "\": expected bytes in hexadecimal digits");
-    }
-    pair += c;
-    if (pair.size() < 2) continue;
-    bytes.push_back(static_cast<unsigned char>(std::stoi(pair, nullptr, 16)));
-    pair.clear();
+std::vector<unsigned char> bytes_of(const std::string &told) {
+  std::string digits;
+  for (const char c : told) {
+    if (c != ' ' && c != ':') digits += c;
   }
-  if (!pair.empty() || bytes.empty()) {
-    throw Failure("\"" + digits + "\": expected pairs of hexadecimal digits");
+  std::string bytes;
+  if (!ascii::from_hex(digits, bytes) || bytes.empty()) {
+    throw Failure("\"" + told + "\": expected bytes as pairs of hexadecimal digits");
   }
-  return bytes;
+  return {bytes.begin(), bytes.end()};
 }
 
 bool is_set(const Request &request, const std::string &key) {
@@ -70,7 +65,15 @@ Layout layout_of(const Request &request, std::size_t bytes, std::size_t characte
     toml += "bytes = " + std::to_string(std::max<std::size_t>(1, bytes)) + "\n";
   }
   for (const std::string &setting : request.settings) toml += setting + "\n";
-  return parse_layout(toml, "value");
+  try {
+    return parse_layout(toml, request.type);
+  } catch (const LayoutFailure &failure) {
+    // Place and name are those of a text that nobody has seen.
+    constexpr std::string_view kField = "field \"value\": ";
+    const std::string &reason = failure.reason();
+    throw Failure(request.type + ": " +
+                  (reason.starts_with(kField) ? reason.substr(kField.size()) : reason));
+  }
 }
 
 std::string label(const Layout &layout, const Field &field) {
@@ -119,37 +122,41 @@ std::vector<std::string> parts_of(const std::string &text, std::size_t count) {
   return parts;
 }
 
+// Bytes of which a part of the text is missing are not written, unless that is asked for; those with
+// check digits that fail are.
 int make(const Request &request) {
   const Layout layout = layout_of(request, request.value.size(), request.value.size());
   const RecordType &type = layout.types[0];
   const auto parts = parts_of(request.value, type.fields.size());
   std::vector<unsigned char> record(type.bytes);
-  std::vector<std::string> lost;
+  bool whole = true;
+  bool holding = true;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     const Field &field = type.fields[i];
-    std::string text = parts[i];
-    text.resize(parts[i].size() + 1 + scan::kPadding);
-    const char *what = field.type->take(record.data() + field.offset,
-                                        {text.data(), parts[i].size()}, field.params);
-    if (what == nullptr && field.check != nullptr && !holds(*field.check, parts[i])) {
-      what = field.check->fault;
+    const char *lost =
+        field.type->take(record.data() + field.offset, PaddedString(parts[i]).text(), field.params);
+    if (lost != nullptr) {
+      tell("\"" + parts[i] + "\": " + lost + "; " + (request.lossy ? "stored: \"" : "left: \"") +
+           printable(field_text(field, record.data())) + "\"");
+    } else if (field.check != nullptr && !holds(*field.check, parts[i])) {
+      tell("\"" + parts[i] + "\": " + field.check->fault);
+      holding = false;
     }
-    if (what != nullptr) {
-      lost.push_back("\"" + parts[i] + "\": " + what + "; stored: \"" +
-                     printable(field_text(field, record.data())) + "\"");
-    }
+    whole = whole && lost == nullptr;
+  }
+  if (!whole && !request.lossy) {
+    tell("nothing is written (--lossy writes what is left)");
+    return kFound;
   }
   Output output("");
-  output.write(hex(record.data(), record.size()) + "\n");
+  output.write(ascii::hex(record.data(), record.size()) + "\n");
   output.commit();
-  for (const std::string &message : lost) tell(message);
-  return lost.empty() || !request.strict ? kGood : kFound;
+  return holding ? kGood : kFound;
 }
 
-void add(CLI::App &app, Action &action, const char *name, const char *about, const char *value,
-         const char *example, int (*run)(const Request &)) {
+CLI::App *add(CLI::App &app, Action &action, const char *name, const char *about, const char *value,
+              const std::shared_ptr<Request> &request, int (*run)(const Request &)) {
   CLI::App *command = app.add_subcommand(name, about);
-  auto request = std::make_shared<Request>();
   command->add_option("TYPE", request->type, "A field type, as campotipo types lists them")
       ->required();
   command->add_option(value, request->value, "The value")->required();
@@ -158,21 +165,27 @@ void add(CLI::App &app, Action &action, const char *name, const char *about, con
                    "A key of a layout file for the field, as in decimals=2")
       ->take_all()
       ->allow_extra_args(false);
-  command->add_flag("--strict", request->strict, "Status 1 for a value that is told to be bad");
-  command->footer(example);
   command->callback([&action, request, run] { action = [request, run] { return run(*request); }; });
+  return command;
 }
 
 }  // namespace
 
 void add_show(CLI::App &app, Action &action) {
-  add(app, action, "show", "Text of a stored value, and what is wrong with it", "HEX", kShowExample,
-      show);
+  auto request = std::make_shared<Request>();
+  CLI::App *command = add(app, action, "show", "Text of a stored value, and what is wrong with it",
+                          "HEX", request, show);
+  command->add_flag("--strict", request->strict, "Status 1 for a value that is told to be bad");
+  command->footer(kShowExample);
 }
 
 void add_make(CLI::App &app, Action &action) {
-  add(app, action, "make", "Stored form of a text, and what of it did not survive", "TEXT",
-      kMakeExample, make);
+  auto request = std::make_shared<Request>();
+  CLI::App *command = add(app, action, "make", "Stored form of a text; status 1 if it does not fit",
+                          "TEXT", request, make);
+  command->add_flag("--lossy", request->lossy, "Write what is left of a text that does not fit");
+  refuse_strict(*command);
+  command->footer(kMakeExample);
 }
 
 }  // namespace campotipo::tool

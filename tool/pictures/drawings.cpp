@@ -4,6 +4,8 @@
 #include <set>
 #include <string_view>
 
+#include "text/ascii.hpp"
+
 namespace campotipo::tool {
 
 std::vector<Span> spans(const RecordType &record) {
@@ -51,10 +53,7 @@ std::string type_text(const Span &span) {
 
 namespace {
 
-std::string capitals(std::string text) {
-  for (char &c : text) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
-  return text;
-}
+using ascii::capitals;
 
 // The word, with a number behind it where another has the same letters: macros are in capitals.
 std::string unique(const std::string &base, std::set<std::string> &taken) {

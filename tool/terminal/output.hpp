@@ -31,6 +31,10 @@ class Output {
   const std::string &name() const { return name_; }
   bool is_terminal() const { return terminal_; }
 
+  // Whether what is written can still be taken back: commit() makes a file appear, a pipe has had
+  // its bytes at once.
+  bool is_held() const { return !target_.empty(); }
+
  private:
   [[noreturn]] void fail(int error);
   void open_file(bool exists, unsigned mode);
