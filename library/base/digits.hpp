@@ -10,6 +10,8 @@
 // Decimal digits eight at a time in one 64-bit word, first digit in the lowest byte.
 namespace campotipo::digits {
 
+constexpr bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+
 inline constexpr std::uint64_t kZeros = 0x3030303030303030;
 
 // 10^0 to 10^19: all powers of ten that fit a 64-bit word.

@@ -6,57 +6,10 @@
 #include <cstdint>
 
 #include "base/bytes.hpp"
+#include "bits/bit_order.hpp"
 
-// Fields of any width in a stream of bits. The work is done in words; a bit order says how the
-// bytes of a word are weighed and where in the word a run of bits stands.
+// Fields of any width in a stream of bits, packed and unpacked in words.
 namespace campotipo::bits::field {
-
-// The first position is the least significant bit of the first byte, and of a field.
-struct Little {
-  static constexpr unsigned bit(std::int64_t position) { return 1u << (position & 7); }
-  static constexpr std::uint64_t weigh(std::uint64_t word) { return word; }
-  // Where in a word the bits [begin, begin + count) stand; the same for a word that ends at
-  // position `word_end`.
-  static constexpr unsigned shift(unsigned begin, unsigned) { return begin; }
-  static constexpr unsigned shift_in(std::size_t word_end, std::size_t begin, std::size_t) {
-    return (begin - word_end) & 63;
-  }
-  // The first `count` positions of a word, 0 to 63.
-  static constexpr std::uint64_t first(unsigned count) { return ~(~std::uint64_t{0} << count); }
-  // A value that begins at `begin` and is `over` bits too long for its word: what this word takes,
-  // and what the next one begins with.
-  static constexpr std::uint64_t head(std::uint64_t value, unsigned begin, unsigned) {
-    return value << begin;
-  }
-  static constexpr std::uint64_t tail(std::uint64_t value, unsigned width, unsigned over) {
-    return value >> (width - over);
-  }
-  // Position of the bits [done, done + count) of a field.
-  static constexpr std::size_t part(std::size_t start, std::size_t, std::size_t done, std::size_t) {
-    return start + done;
-  }
-};
-
-// The first position is the most significant bit of the first byte, and of a field.
-struct Big {
-  static constexpr unsigned bit(std::int64_t position) { return 0x80u >> (position & 7); }
-  static constexpr std::uint64_t weigh(std::uint64_t word) { return __builtin_bswap64(word); }
-  static constexpr unsigned shift(unsigned begin, unsigned count) { return 64 - begin - count; }
-  static constexpr unsigned shift_in(std::size_t word_end, std::size_t, std::size_t end) {
-    return (word_end - end) & 63;
-  }
-  static constexpr std::uint64_t first(unsigned count) { return ~(~std::uint64_t{0} >> count); }
-  static constexpr std::uint64_t head(std::uint64_t value, unsigned, unsigned over) {
-    return value >> over;
-  }
-  static constexpr std::uint64_t tail(std::uint64_t value, unsigned, unsigned over) {
-    return value << (64 - over);
-  }
-  static constexpr std::size_t part(std::size_t start, std::size_t width, std::size_t done,
-                                    std::size_t count) {
-    return start + width - done - count;
-  }
-};
 
 // The low `count` bits, 1 to 64.
 constexpr std::uint64_t ones(unsigned count) { return ~std::uint64_t{0} >> (64 - count); }
@@ -290,6 +243,16 @@ inline void clear_bit(unsigned char *packed, int position) {
 template <class Order>
 inline int test_bit(const unsigned char *packed, std::int64_t position) {
   return (packed[position >> 3] & Order::bit(position)) != 0;
+}
+
+// Whether nothing is set behind the fields.
+template <class Order>
+inline bool is_clear_behind(const unsigned char *packed, int bytes, const ZBTFIELD_CAMPO *entry) {
+  std::int64_t position = total_bits(entry);
+  const std::int64_t whole = (position + 7) / 8 * 8;
+  const std::int64_t end = std::int64_t{8} * bytes > whole ? std::int64_t{8} * bytes : whole;
+  while (position < end && test_bit<Order>(packed, position) == 0) ++position;
+  return position >= end;
 }
 
 }  // namespace campotipo::bits::field

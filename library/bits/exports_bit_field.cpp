@@ -29,6 +29,13 @@ void ZBTFIELD_big_monta_dados(unsigned char *packed, const ZBTFIELD_CAMPO *tabel
   field::pack_all<field::Big>(packed, tabela, registro);
 }
 
+int ZBTFIELD_bem_formado(const unsigned char *packed, int bytes, const ZBTFIELD_CAMPO *tabela) {
+  return field::is_clear_behind<field::Little>(packed, bytes, tabela);
+}
+int ZBTFIELD_big_bem_formado(const unsigned char *packed, int bytes, const ZBTFIELD_CAMPO *tabela) {
+  return field::is_clear_behind<field::Big>(packed, bytes, tabela);
+}
+
 void ZBTFIELD_extrai_campo(unsigned char *campo, const unsigned char *packed, int start,
                            int width) {
   field::unpack<field::Little>(campo, packed, static_cast<std::size_t>(start), width);

@@ -12,7 +12,7 @@ char *ZGUID_atual(ZGUID_ESTADO *estado) { return estado->texto; }
 
 void ZGUID_parse(unsigned char *dest, const char *text) { guid::parse(dest, text); }
 void ZGUID_string(char *dest, const unsigned char *guid_bytes, int flags) {
-  guid::to_text(dest, campotipo::bits::load16(guid_bytes), flags);
+  guid::to_text(dest, guid_bytes, flags);
 }
 void ZGUID_gera(unsigned char *dest) { guid::generate(dest); }
 }

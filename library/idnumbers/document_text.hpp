@@ -15,58 +15,56 @@ namespace campotipo::idnumbers {
 struct Document {
   int bit;
   unsigned char shortest, longest;
-  std::uint64_t letters;
+  Letters letters;
   const char *pattern;
   int (*validate)(char *text, int make);
 };
 
 constexpr Document exactly(int bit, int text_size, const char *pattern,
-                           int (*validate)(char *, int), std::uint64_t letters = 0) {
+                           int (*validate)(char *, int), Letters letters = 0) {
   const auto length = static_cast<unsigned char>(text_size - 1);
   return {bit, length, length, letters, pattern, validate};
 }
 
-inline int validate_pis(char *text, int make) {
-  return treat_exactly<DOCUMENTO_PIS_TEXT_SIZE - 1>(text, tables::kPis, make);
-}
-
 inline constexpr Document kCpf =
-    exactly(DOCUMENTO_BIT_CPF, DOCUMENTO_CPF_TEXT_SIZE, "###.###.###-##", validate<Cpf>);
-inline constexpr Document kCnpj =
-    exactly(DOCUMENTO_BIT_CNPJ, DOCUMENTO_CNPJ_TEXT_SIZE, "##.###.###/####-##", validate<Cnpj>);
-inline constexpr Document kCnpjAlfa = exactly(DOCUMENTO_BIT_CNPJ_ALFA, DOCUMENTO_CNPJ_TEXT_SIZE,
-                                              kCnpj.pattern, validate_cnpj_alfa, kCnpjLetters);
+    exactly(DOCUMENTO_BIT_CPF, DOCUMENTO_CPF_TEXT_SIZE, "###.###.###-##", ZALGORITM_valida_CPF);
+inline constexpr Document kCnpj = exactly(DOCUMENTO_BIT_CNPJ, DOCUMENTO_CNPJ_TEXT_SIZE,
+                                          "##.###.###/####-##", ZALGORITM_valida_CNPJ);
+inline constexpr Document kCnpjAlfa =
+    exactly(DOCUMENTO_BIT_CNPJ_ALFA, DOCUMENTO_CNPJ_TEXT_SIZE, kCnpj.pattern,
+            DOCUMENTO_valida_CNPJ_alfa, kCnpjLetters);
 inline constexpr Document kPis =
-    exactly(DOCUMENTO_BIT_PIS, DOCUMENTO_PIS_TEXT_SIZE, "###.#####.##-#", validate_pis);
-inline constexpr Document kRenavam =
-    exactly(DOCUMENTO_BIT_RENAVAM, DOCUMENTO_RENAVAM_TEXT_SIZE, "###########", validate_pis);
+    exactly(DOCUMENTO_BIT_PIS, DOCUMENTO_PIS_TEXT_SIZE, "###.#####.##-#", DOCUMENTO_valida_PIS);
+inline constexpr Document kRenavam = exactly(DOCUMENTO_BIT_RENAVAM, DOCUMENTO_RENAVAM_TEXT_SIZE,
+                                             "###########", DOCUMENTO_valida_RENAVAM);
 inline constexpr Document kAccessKey =
     exactly(DOCUMENTO_BIT_CHAVE_ACESSO, DOCUMENTO_CHAVE_ACESSO_TEXT_SIZE,
-            "#### #### #### #### #### #### #### #### #### #### ####", validate_access_key,
+            "#### #### #### #### #### #### #### #### #### #### ####", DOCUMENTO_valida_chave_acesso,
             kAccessKeyLetters);
 inline constexpr Document kBankBars =
     exactly(DOCUMENTO_BIT_BOLETO_BARRAS, DOCUMENTO_BOLETO_BARRAS_TEXT_SIZE,
-            "############################################", validate_bars<BankSlip>);
-inline constexpr Document kBankLine =
-    exactly(DOCUMENTO_BIT_BOLETO_LINHA, DOCUMENTO_BOLETO_LINHA_TEXT_SIZE,
-            "#####.##### #####.###### #####.###### # ##############", validate_line<BankSlip>);
+            "############################################", DOCUMENTO_valida_boleto_barras);
+inline constexpr Document kBankLine = exactly(
+    DOCUMENTO_BIT_BOLETO_LINHA, DOCUMENTO_BOLETO_LINHA_TEXT_SIZE,
+    "#####.##### #####.###### #####.###### # ##############", DOCUMENTO_valida_boleto_linha);
 inline constexpr Document kUtilityBars =
     exactly(DOCUMENTO_BIT_ARRECADACAO_BARRAS, DOCUMENTO_ARRECADACAO_BARRAS_TEXT_SIZE,
-            kBankBars.pattern, validate_bars<UtilitySlip>);
-inline constexpr Document kUtilityLine =
-    exactly(DOCUMENTO_BIT_ARRECADACAO_LINHA, DOCUMENTO_ARRECADACAO_LINHA_TEXT_SIZE,
-            "###########-# ###########-# ###########-# ###########-#", validate_line<UtilitySlip>);
-inline constexpr Document kVoter =
-    exactly(DOCUMENTO_BIT_TITULO, DOCUMENTO_TITULO_TEXT_SIZE, "#### #### ####", validate_voter);
+            kBankBars.pattern, DOCUMENTO_valida_arrecadacao_barras);
+inline constexpr Document kUtilityLine = exactly(
+    DOCUMENTO_BIT_ARRECADACAO_LINHA, DOCUMENTO_ARRECADACAO_LINHA_TEXT_SIZE,
+    "###########-# ###########-# ###########-# ###########-#", DOCUMENTO_valida_arrecadacao_linha);
+inline constexpr Document kVoter = exactly(DOCUMENTO_BIT_TITULO, DOCUMENTO_TITULO_TEXT_SIZE,
+                                           "#### #### ####", DOCUMENTO_valida_titulo);
 inline constexpr Document kCard = {DOCUMENTO_BIT_CARTAO,           DOCUMENTO_CARTAO_MENOR,
                                    DOCUMENTO_CARTAO_TEXT_SIZE - 1, 0,
-                                   "#### #### #### #### ###",      validate_card};
+                                   "#### #### #### #### ###",      DOCUMENTO_valida_cartao};
 inline constexpr Document kHealth =
-    exactly(DOCUMENTO_BIT_CNS, DOCUMENTO_CNS_TEXT_SIZE, "### #### #### ####", validate_health);
+    exactly(DOCUMENTO_BIT_CNS, DOCUMENTO_CNS_TEXT_SIZE, "### #### #### ####", DOCUMENTO_valida_CNS);
 inline constexpr Document kLicence =
-    exactly(DOCUMENTO_BIT_CNH, DOCUMENTO_CNH_TEXT_SIZE, kRenavam.pattern, validate_licence);
-inline constexpr Document kLawsuit = exactly(DOCUMENTO_BIT_PROCESSO, DOCUMENTO_PROCESSO_TEXT_SIZE,
-                                             "#######-##.####.#.##.####", validate_lawsuit);
+    exactly(DOCUMENTO_BIT_CNH, DOCUMENTO_CNH_TEXT_SIZE, kRenavam.pattern, DOCUMENTO_valida_CNH);
+inline constexpr Document kLawsuit =
+    exactly(DOCUMENTO_BIT_PROCESSO, DOCUMENTO_PROCESSO_TEXT_SIZE, "#######-##.####.#.##.####",
+            DOCUMENTO_valida_processo);
 
 inline constexpr Document kDocuments[] = {
     kCpf,         kCnpj,        kCnpjAlfa, kPis,  kRenavam, kAccessKey, kBankBars, kBankLine,
@@ -110,7 +108,7 @@ constexpr bool is_punctuation(char c) {
 // The characters of a text without its punctuation, at most `longest`; the places of letters.
 struct Cleaned {
   unsigned length;
-  std::uint64_t letters;
+  Letters letters;
   bool good;
 };
 
@@ -123,7 +121,7 @@ inline Cleaned strip(char *dest, const char *text, unsigned longest) {
     if (cleaned.length == longest) return cleaned;
     if (is_capital(c)) {
       cleaned.letters |= std::uint64_t{1} << cleaned.length;
-    } else if (!vector::is_digit(c)) {
+    } else if (!is_digit(c)) {
       return cleaned;
     }
     dest[cleaned.length++] = c;

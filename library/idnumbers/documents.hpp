@@ -12,42 +12,8 @@
 // Check and make of the numbers of Brazilian documents, each of a length of its own.
 namespace campotipo::idnumbers {
 
-constexpr bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
-
-// Bits `from` to `to` - 1.
-constexpr std::uint64_t places(unsigned from, unsigned to) {
-  return (std::uint64_t{1} << to) - (std::uint64_t{1} << from);
-}
-
-inline constexpr std::uint64_t kCnpjLetters = places(0, 12);
-inline constexpr std::uint64_t kAccessKeyLetters = places(6, 18);
-
-[[gnu::noinline]] inline bool consists_of_plain(const char *text, unsigned length,
-                                                std::uint64_t letters) {
-  for (unsigned i = 0; i < length; ++i) {
-    const bool letter = is_capital(text[i]) && (letters >> i & 1) != 0;
-    if (!letter && !vector::is_digit(text[i])) return false;
-  }
-  return text[length] == '\0';
-}
-
-// Bit i is set when value i is no digit, and no capital at a place of `letters`.
-inline unsigned misplaced(__m128i values, unsigned letters) {
-  const __m128i above_a = _mm_sub_epi8(values, _mm_set1_epi8('A' - '0'));
-  return vector::non_digits(values) & (vector::above(above_a, 25) | ~letters);
-}
-
-// Exactly `length` digits, or capitals at the places of `letters`.
-inline bool consists_of(const char *text, unsigned length, std::uint64_t letters) {
-  if (!bytes::same_page(text, (length + 16) & ~15u)) [[unlikely]]
-    return consists_of_plain(text, length, letters);
-  std::uint64_t bad = 0;
-  for (unsigned at = 0; at <= length; at += 16) {
-    const auto here = static_cast<unsigned>(letters >> at);
-    bad |= std::uint64_t{misplaced(vector::values(text + at), here)} << at;
-  }
-  return (bad & places(0, length + 1)) == places(length, length + 1) && text[length] == '\0';
-}
+inline constexpr Letters kCnpjLetters = places(0, 12);
+inline constexpr Letters kAccessKeyLetters = places(6, 18);
 
 // `treat` for a text that is known to be of the kind.
 inline int settle_known(char *text, unsigned length, const Table &table, int make) {
@@ -60,24 +26,12 @@ inline int treat_exactly(char *text, const Table &table, int make) {
   return digit_length(text) == kLength && settle_known(text, kLength, table, make) != 0;
 }
 
-struct CnpjAlfa : Cnpj {
-  // cppcheck-suppress duplInheritedMember ; the tables are the same, and this stands for the other
-  static constexpr bool kLetters = true;
-};
+inline int validate_pis(char *text, int make) {
+  return treat_exactly<DOCUMENTO_PIS_TEXT_SIZE - 1>(text, tables::kPis, make);
+}
 
-inline int validate_cnpj_alfa(char *text, int make) {
-  constexpr unsigned kLength = CnpjAlfa::kLength, kEnd = 1u << kLength;
-  if (bytes::same_page(text, 16)) [[likely]] {
-    // What was tested is what is summed, without a copy.
-    const __m128i values = vector::values(text);
-    const unsigned bad = misplaced(values, static_cast<unsigned>(kCnpjLetters));
-    if ((bad & (2 * kEnd - 1)) != kEnd || text[kLength] != '\0') return 0;
-    return settle_both<CnpjAlfa>(text, values, make);
-  }
-  if (!consists_of_plain(text, kLength, kCnpjLetters)) return 0;
-  char copy[16] = {};
-  std::memcpy(copy, text, kLength);
-  return settle_both<CnpjAlfa>(text, vector::values(copy), make);
+[[gnu::always_inline]] inline int validate_cnpj_alfa(char *text, int make) {
+  return consists_of(text, Cnpj::kLength, kCnpjLetters) && settle_both<Cnpj>(text, make) != 0;
 }
 
 inline int validate_access_key(char *text, int make) {
@@ -118,7 +72,7 @@ inline int validate_health(char *text, int make) {
     for (int i = 0; i < 3; ++i) total -= static_cast<unsigned>((ending[i] - '0') * (4 - i));
     std::memcpy(ending, "000", 3);
   }
-  const unsigned digit = tables::kHealthCard[remainder(total, 11)];
+  const unsigned digit = tables::kHealthCard[total % 11];
   ending[3] = static_cast<char>('0' + digit);
   if (digit > 9) {
     if (!definitive) return 0;

@@ -15,4 +15,9 @@ int LETRABIN_para_letra(int number) { return LetterCode<false, false>::to_charac
 int LETR0BIN_para_letra(int number) { return LetterCode<true, false>::to_character(number); }
 int LETRNBIN_para_letra(int number) { return LetterCode<false, true>::to_character(number); }
 int LETR0NBIN_para_letra(int number) { return LetterCode<true, true>::to_character(number); }
+
+int LETRABIN_bem_formado(int number) { return LetterCode<false, false>::has(number); }
+int LETR0BIN_bem_formado(int number) { return LetterCode<true, false>::has(number); }
+int LETRNBIN_bem_formado(int number) { return LetterCode<false, true>::has(number); }
+int LETR0NBIN_bem_formado(int number) { return LetterCode<true, true>::has(number); }
 }

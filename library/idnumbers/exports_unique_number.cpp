@@ -18,4 +18,5 @@ int ZALGORITM_extrai_numeroB_unico(const char *text, int *parte1, int *parte2, i
                                    int *parte4, int *parte5, int *parte6) {
   return idnumbers::take_apart(text, {parte1, parte2, parte3, parte4, parte5, parte6});
 }
+int ZALGORITM_numeroB_unico_bem_formado(const char *text) { return idnumbers::is_form_b(text); }
 }

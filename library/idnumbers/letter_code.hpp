@@ -21,6 +21,10 @@ struct LetterCode {
     if (kDigits && code - 26 < 10) return static_cast<int>('0' + (code - 26));
     return kBlank ? ' ' : 'A';
   }
+
+  static constexpr bool has(int number) {
+    return static_cast<unsigned>(number) < 26 + kBlank + (kDigits ? 10 : 0);
+  }
 };
 
 }  // namespace campotipo::idnumbers

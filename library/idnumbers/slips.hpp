@@ -110,8 +110,7 @@ inline int line_to_bars(char *dest, const char *line) {
 
 template <class Slip>
 inline int bars_to_line(char *dest, const char *bars) {
-  // The last field is loaded as 16 characters.
-  char line[64] = "";
+  char line[Slip::kLine + 1] = "";
   const int good = validate_bars<Slip>(const_cast<char *>(bars), 0);
   if (good != 0) put_line<Slip>(line, bars);
   std::memcpy(dest, line, good != 0 ? Slip::kLine + 1 : 1);

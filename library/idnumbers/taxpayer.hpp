@@ -21,7 +21,6 @@ static_assert(kModulo11.weights[kMaxLength - 1] == 2);
 
 struct Cpf {
   static constexpr unsigned kLength = 11;
-  static constexpr bool kLetters = false;
   static constexpr Table kFirst{1,
                                 11,
                                 0,
@@ -37,7 +36,6 @@ struct Cpf {
 // Weights ten times the published ones turn a remainder r into 11 - r.
 struct Cnpj {
   static constexpr unsigned kLength = 14;
-  static constexpr bool kLetters = false;
   static constexpr Table kFirst{1,
                                 11,
                                 0,
@@ -50,73 +48,40 @@ struct Cnpj {
                                  {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 0, 10, 10, 10, 10, 10}};
 };
 
-// A table's weights by place from the left, for a number of exactly its length.
+// The weights of a table for the first and for the last eight characters of a number. What is in
+// both counts in the last. Values of up to 42, a "Z", and weights of up to 90 fit the lanes.
 template <class Number>
-struct LeftWeights {
-  alignas(16) unsigned char first[16] = {};
-  alignas(16) unsigned char second[16] = {};
+struct Weights {
+  std::uint64_t front = 0, back = 0;
 
-  // Totals stay below 256 a pair of places only with the published weights.
-  constexpr LeftWeights() {
-    for (unsigned i = 0; i < Number::kLength; ++i) {
-      first[i] = published(Number::kFirst.weights[Number::kLength - 1 - i]);
-      second[i] = published(Number::kSecond.weights[Number::kLength - 1 - i]);
-    }
+  constexpr explicit Weights(const Table &table) {
+    for (unsigned i = 0; i < 8; ++i) back |= std::uint64_t{table.weights[i]} << (8 * i);
+    for (unsigned i = 8; i < Number::kLength; ++i)
+      front |= std::uint64_t{table.weights[i]} << (8 * (i + 8 - Number::kLength));
   }
-  static constexpr unsigned char published(unsigned char weight) {
-    return static_cast<unsigned char>(weight >= 20 ? weight / 10 : weight);
+  constexpr unsigned total(std::uint64_t first, std::uint64_t last) const {
+    return static_cast<unsigned>((lanes(first, front) + lanes(last, back)) >> 48);
   }
 };
 
+// Both digits of a number of exactly the length, whose characters were looked at.
 template <class Number>
-inline constexpr LeftWeights<Number> kLeftWeights;
-
-// 11 less the remainder, and 0 for the remainders 0 and 1.
-constexpr unsigned published_digit(unsigned total) {
-  const unsigned digit = total * 10 % 11;
-  return digit == 10 ? 0 : digit;
-}
-
-template <class Number>
-inline __m128i left_weights(const unsigned char (LeftWeights<Number>::*which)[16]) {
-  return _mm_load_si128(reinterpret_cast<const __m128i *>(kLeftWeights<Number>.*which));
-}
-
-struct Totals {
-  unsigned first, second;
-};
-
-// Pairs of digits give less than 256 and are summed as bytes; letters need the wider lanes.
-template <bool kLetters>
-inline Totals sum_both(__m128i first, __m128i second) {
-  __m128i totals;
-  if constexpr (kLetters) {
-    const __m128i ones = _mm_set1_epi16(1);
-    totals = _mm_packs_epi32(_mm_madd_epi16(first, ones), _mm_madd_epi16(second, ones));
-    totals = _mm_madd_epi16(totals, ones);
-    totals = _mm_add_epi32(totals, _mm_srli_epi64(totals, 32));
-  } else {
-    totals = _mm_sad_epu8(_mm_packus_epi16(first, second), _mm_setzero_si128());
-  }
-  return {static_cast<unsigned>(_mm_cvtsi128_si32(totals)),
-          static_cast<unsigned>(_mm_extract_epi16(totals, 4))};
-}
-
-// Values of a number of exactly the length: both digits at once.
-template <class Number>
-inline int settle_both(char *text, __m128i values, int make) {
-  using Weights = LeftWeights<Number>;
-  Totals totals =
-      sum_both<Number::kLetters>(vector::multiply_pairs(values, left_weights(&Weights::first)),
-                                 vector::multiply_pairs(values, left_weights(&Weights::second)));
-  if (totals.first == 0) return 0;
+inline int settle_both(char *text, int make) {
+  static constexpr Weights<Number> kFirst(Number::kFirst), kSecond(Number::kSecond);
   char *place = text + Number::kLength - 2;
-  const unsigned digit = published_digit(totals.first);
-  if (make != 0) totals.second += 2 * (digit - static_cast<unsigned char>(place[0] - '0'));
-  const auto expected =
-      static_cast<std::uint16_t>(0x3030 + digit + (published_digit(totals.second) << 8));
+  const std::uint64_t front = bytes::load<std::uint64_t>(text) - digits::kZeros;
+  const std::uint64_t back = bytes::load<std::uint64_t>(place - 6) - digits::kZeros;
+  const unsigned total = kFirst.total(front, back);
+  if (total == 0) return 0;
+  const unsigned digit = Number::kFirst.results[total % 11];
+  unsigned second = kSecond.total(front, back);
+  // The second digit counts the first one that was made, in the place of what stood there.
+  if (make != 0)
+    second += Number::kSecond.weights[1] * (digit - static_cast<unsigned>(*place - '0'));
+  const unsigned pair = digit | static_cast<unsigned>(Number::kSecond.results[second % 11]) << 8;
+  const auto expected = static_cast<std::uint16_t>(0x3030 + pair);
   if (make != 0) bytes::store(place, expected);
-  return make != 0 || bytes::load<std::uint16_t>(place) == expected;
+  return bytes::load<std::uint16_t>(place) == expected;
 }
 
 template <class Number>
@@ -128,20 +93,15 @@ inline bool fits(const char *text) {
 }
 
 template <class Number>
-inline int validate_by_tables(char *text, int make) {
+[[gnu::noinline]] inline int validate_by_tables(char *text, int make) {
   return treat(text, Number::kFirst, make) != 0 && treat(text, Number::kSecond, make) != 0 &&
          fits<Number>(text);
 }
 
 template <class Number>
-inline int validate(char *text, int make) {
-  constexpr unsigned kEnd = 1u << Number::kLength;
-  if (bytes::same_page(text, 16)) [[likely]] {
-    const __m128i values = vector::values(text);
-    const bool usual = (vector::non_digits(values) & (2 * kEnd - 1)) == kEnd;
-    if (usual && text[Number::kLength] == '\0') [[likely]]
-      return settle_both<Number>(text, values, make);
-  }
+[[gnu::always_inline]] inline int validate(char *text, int make) {
+  if (consists_of(text, Number::kLength, 0)) [[likely]]
+    return settle_both<Number>(text, make);
   return validate_by_tables<Number>(text, make);
 }
 

@@ -111,4 +111,10 @@ inline int take_apart(const char *text, int *const (&parts)[6]) {
   return 0;
 }
 
+inline bool is_form_b(const char *text) {
+  constexpr unsigned kLength = ZALGORITM_NUMEROB_UNICO_TEXT_SIZE - 1;
+  // The greatest number of 36 bits; of texts of one length the order is that of the numbers.
+  return consists_of(text, kLength, 0) && std::memcmp(text, "68719476735", kLength) <= 0;
+}
+
 }  // namespace campotipo::idnumbers

@@ -44,11 +44,10 @@ inline const char *take(unsigned char *area, PaddedText text, const Params &p) {
 
 // The spare bits behind the last part belong to the area.
 inline const char *fault(const unsigned char *area, const Params &p) {
-  const auto test = p.big ? ZBTFIELD_big_testa_bit : ZBTFIELD_testa_bit;
-  for (int bit = p.area_bits; p.area_bits != 0 && bit < 8 * p.bytes; ++bit) {
-    if (test(area, bit) != 0) return "spare bits set";
-  }
-  return nullptr;
+  if (p.area_bits == 0) return nullptr;
+  const ZBTFIELD_CAMPO parts[] = {{p.area_bits, 0}, {0, 0}};
+  const auto well_formed = p.big ? ZBTFIELD_big_bem_formado : ZBTFIELD_bem_formado;
+  return well_formed(area, p.bytes, parts) != 0 ? nullptr : "spare bits set";
 }
 
 inline int compare(const unsigned char *a, const unsigned char *b, const Params &p) {
@@ -84,9 +83,6 @@ constexpr FieldType area(const char *name) {
   return type;
 }
 
-constexpr int kGuidBytes = 16;
-constexpr std::size_t kGuidText = 39;
-
 inline char *put_guid(char *out, const unsigned char *field, const Params &p) {
   ZGUID_string(out, field, p.options);
   return out + std::strlen(out);
@@ -95,7 +91,7 @@ inline char *put_guid(char *out, const unsigned char *field, const Params &p) {
 inline const char *take_guid(unsigned char *field, PaddedText text, const Params &p) {
   if (text.empty()) return nullptr;
   ZGUID_parse(field, text.data());
-  char back[kGuidText];
+  char back[ZGUID_STRING_MAX_SIZE];
   put_guid(back, field, p);
   if (conversion::same(text.view(), back)) return nullptr;
   const char *lost = conversion::guid(text.view(), back);
@@ -107,19 +103,19 @@ constexpr FieldType guid(const char *name) {
   FieldType type = {};
   type.name = name;
   type.family = "GUID";
-  type.bytes = kGuidBytes;
+  type.bytes = ZGUID_BYTES;
   type.count = 32;
   type.unit = "digits";
   type.form = "00112233-4455-6677-8899-aabbccddeeff";
   type.sql = "UUID";
   type.keys = kOptions;
   type.traits = kNoBlank;
-  type.room = [](const Params &) { return kGuidText; };
+  type.room = [](const Params &) { return std::size_t{ZGUID_STRING_MAX_SIZE}; };
   type.put = put_guid;
   type.take = take_guid;
   type.fault = numbers::no_fault;
   type.compare = [](const unsigned char *a, const unsigned char *b, const Params &) {
-    return std::memcmp(a, b, kGuidBytes);
+    return std::memcmp(a, b, ZGUID_BYTES);
   };
   return type;
 }

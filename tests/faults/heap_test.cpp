@@ -5,6 +5,7 @@
 #include <campotipo/codes.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,21 @@ TEST(FailingHeap, LosesTheWriteIntoATable) {
       });
       EXPECT_EQ(runs, 2);
     }
+}
+
+TEST(FailingHeap, IsAskedForATableAtItsFirstWriteInRangeAlone) {
+  TABBOOL table;
+  const FailingHeap heap(LONG_MAX);
+  TABBOOL_cria(&table, 20, 10, 1);
+  for (const int index : {9, 30}) TABBOOL_seta(&table, index);
+  EXPECT_EQ(heap.blocks(), 0);
+  for (const int index : {12, 10, 29, 30}) TABBOOL_reseta(&table, index);
+  EXPECT_EQ(heap.blocks(), 1);
+  EXPECT_EQ(campotipo::test::last_size, 3u);
+  EXPECT_TRUE(nothing_behind_newest_block());
+  TABBOOL_destroi(&table);
+  TABBOOL_destroi(&table);
+  EXPECT_EQ(heap.blocks(), 0);
 }
 
 TEST(FailingHeap, IsNotAskedForAGuid) {

@@ -11,15 +11,17 @@ struct Set {
   std::string characters;
   int (*to_number)(int);
   int (*to_character)(int);
+  int (*well_formed)(int);
 };
 
 const std::string kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 const Set kSets[] = {
-    {kLetters, LETRABIN_para_binario, LETRABIN_para_letra},
-    {" " + kLetters, LETR0BIN_para_binario, LETR0BIN_para_letra},
-    {kLetters + "0123456789", LETRNBIN_para_binario, LETRNBIN_para_letra},
-    {" " + kLetters + "0123456789", LETR0NBIN_para_binario, LETR0NBIN_para_letra},
+    {kLetters, LETRABIN_para_binario, LETRABIN_para_letra, LETRABIN_bem_formado},
+    {" " + kLetters, LETR0BIN_para_binario, LETR0BIN_para_letra, LETR0BIN_bem_formado},
+    {kLetters + "0123456789", LETRNBIN_para_binario, LETRNBIN_para_letra, LETRNBIN_bem_formado},
+    {" " + kLetters + "0123456789", LETR0NBIN_para_binario, LETR0NBIN_para_letra,
+     LETR0NBIN_bem_formado},
 };
 
 TEST(LetterCode, EveryCharacterHasItsNumber) {
@@ -41,15 +43,16 @@ TEST(LetterCode, EveryNumberHasItsCharacterAndComesBack) {
     for (int number = -300; number < 600; ++number) {
       const bool known = number >= 0 && number < size;
       EXPECT_EQ(set.to_character(number), set.characters[known ? static_cast<size_t>(number) : 0]);
+      EXPECT_EQ(set.well_formed(number), known) << number;
       if (known) {
         EXPECT_EQ(set.to_number(set.to_character(number)), number);
       }
     }
-    for (int number : {INT_MIN, INT_MIN + 1, INT_MAX})
+    for (int number : {INT_MIN, INT_MIN + 1, INT_MAX}) {
       EXPECT_EQ(set.to_character(number), set.characters[0]);
+      EXPECT_EQ(set.well_formed(number), 0);
+    }
   }
-  EXPECT_EQ(LETR0BIN_para_binario('c'), 3);
-  EXPECT_EQ(LETR0BIN_para_letra(3), 'C');
 }
 
 }  // namespace

@@ -165,17 +165,17 @@ TEST(UniqueNumber, RefusesWithoutTouchingAnything) {
   EXPECT_EQ(value, 7);
 }
 
-TEST(UniqueNumber, ExampleOfTheManual) {
-  int agency = 12, clerk = 345, serial = 2024, kind = 200, agency2, clerk2, serial2, kind2;
-  char text[ZALGORITM_NUMEROB_UNICO_TEXT_SIZE];
-  EXPECT_EQ(ZALGORITM_gera_numeroB_unico(text, sizeof text, &agency, &clerk, &serial, 0, &kind, 0),
-            0);
-  EXPECT_STREQ(text, "67917521241");
-  EXPECT_EQ(ZALGORITM_extrai_numeroB_unico(text, &agency2, &clerk2, &serial2, 0, &kind2, 0), 0);
-  EXPECT_EQ(agency2, agency);
-  EXPECT_EQ(clerk2, clerk);
-  EXPECT_EQ(serial2, serial);
-  EXPECT_EQ(kind2, kind);
+TEST(UniqueNumber, IsWellFormedInItsBitsAlone) {
+  GuardedBuffer buffer;
+  const struct {
+    const char *text;
+    int result;
+  } cases[] = {{"00000000000", 1},  {"67917521241", 1}, {"68719476735", 1}, {"68719476736", 0},
+               {"70000000000", 0},  {"99999999999", 0}, {"6791752124", 0},  {"067917521241", 0},
+               {"6791752124 ", 0},  {"6791752124:", 0}, {"/7917521241", 0}, {"", 0},
+               {"679175212411", 0}, {"-7917521241", 0}};
+  for (const auto &[text, result] : cases)
+    EXPECT_EQ(ZALGORITM_numeroB_unico_bem_formado(buffer.text(text)), result) << text;
 }
 
 }  // namespace

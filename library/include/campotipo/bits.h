@@ -171,6 +171,22 @@ CAMPOTIPO_API void ZBTFIELD_big_monta_dados(unsigned char *packed, const ZBTFIEL
                                             const unsigned char *registro) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * bem_formado: whether the bits behind the last field are 0, as they are in an area that was clear
+ * before it was packed. Every content of the fields themselves is well formed.
+ *
+ * packed   the area
+ * bytes    of the area, all of which are looked at behind the last field; with
+ *          ZBTFIELD_total_de_bytes or less, the spare bits of the last byte at most
+ * tabela   ended by an entry with the width 0
+ *
+ * Result: 1 if they are 0, else 0.
+ */
+CAMPOTIPO_API int ZBTFIELD_bem_formado(const unsigned char *packed, int bytes,
+                                       const ZBTFIELD_CAMPO *tabela) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int ZBTFIELD_big_bem_formado(const unsigned char *packed, int bytes,
+                                           const ZBTFIELD_CAMPO *tabela) CAMPOTIPO_NOEXCEPT;
+
+/*
  * extrai_campo, monta_campo: unpack one field, pack one field. The field comes first in both.
  *
  * campo    ZBTFIELD_BYTES(width) bytes

@@ -196,6 +196,17 @@ CAMPOTIPO_API int ZALGORITM_extrai_numeroB_unico(const char *text, int *parte1, 
                                                  int *parte6) CAMPOTIPO_NOEXCEPT;
 
 /*
+ * numeroB_unico_bem_formado: whether a text is a number in form B, 11 digits of up to 36 bits:
+ * "00000000000" to "68719476735". Such a text is what gera_numeroB_unico makes of the values that
+ * extrai_numeroB_unico gives.
+ *
+ * text   ended by a NUL
+ *
+ * Result: 1 or 0.
+ */
+CAMPOTIPO_API int ZALGORITM_numeroB_unico_bem_formado(const char *text) CAMPOTIPO_NOEXCEPT;
+
+/*
  * ------------------------------------------------------------------------------------------------
  * Letter codes
  * ------------------------------------------------------------------------------------------------
@@ -233,6 +244,18 @@ CAMPOTIPO_API int LETRABIN_para_letra(int number) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int LETR0BIN_para_letra(int number) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int LETRNBIN_para_letra(int number) CAMPOTIPO_NOEXCEPT;
 CAMPOTIPO_API int LETR0NBIN_para_letra(int number) CAMPOTIPO_NOEXCEPT;
+
+/*
+ * bem_formado: whether a number has a character in the set.
+ *
+ * number   any int
+ *
+ * Result: 1 if the table above has it, else 0.
+ */
+CAMPOTIPO_API int LETRABIN_bem_formado(int number) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int LETR0BIN_bem_formado(int number) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int LETRNBIN_bem_formado(int number) CAMPOTIPO_NOEXCEPT;
+CAMPOTIPO_API int LETR0NBIN_bem_formado(int number) CAMPOTIPO_NOEXCEPT;
 
 #ifdef __cplusplus
 }

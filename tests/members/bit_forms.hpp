@@ -19,6 +19,7 @@ struct BitForm {
   int (*test)(const unsigned char *, int);
   void (*bits_text)(char *, int, const unsigned char *, const ZBTFIELD_CAMPO *);
   void (*values_text)(char *, int, const unsigned char *, const ZBTFIELD_CAMPO *);
+  int (*well_formed)(const unsigned char *, int, const ZBTFIELD_CAMPO *);
 };
 
 inline constexpr BitForm kBitForms[] = {
@@ -32,7 +33,8 @@ inline constexpr BitForm kBitForms[] = {
      ZBTFIELD_reseta_bit,
      ZBTFIELD_testa_bit,
      ZBTFIELD_depura_binario,
-     ZBTFIELD_depura_conteudo},
+     ZBTFIELD_depura_conteudo,
+     ZBTFIELD_bem_formado},
     {"big",
      {true},
      ZBTFIELD_big_extrai_dados,
@@ -43,7 +45,8 @@ inline constexpr BitForm kBitForms[] = {
      ZBTFIELD_big_reseta_bit,
      ZBTFIELD_big_testa_bit,
      ZBTFIELD_big_depura_binario,
-     ZBTFIELD_big_depura_conteudo},
+     ZBTFIELD_big_depura_conteudo,
+     ZBTFIELD_big_bem_formado},
 };
 
 }  // namespace campotipo::test
