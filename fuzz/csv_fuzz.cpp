@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "fuzz/memory_file.hpp"
 #include "layout/reader.hpp"
 #include "rows/loader.hpp"
@@ -53,7 +53,7 @@ std::string loaded(const std::string &path, std::size_t block) {
         fault = part.fault + " at " + std::to_string(lines + part.fault_line);
       lines += part.lines;
     }
-  } catch (const Failure &failure) {
+  } catch (const Error &failure) {
     fault = failure.what();
   }
   for (const Tally::Line &line : lost.lines()) {

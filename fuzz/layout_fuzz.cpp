@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "fuzz/load_back.hpp"
 #include "layout/reader.hpp"
 #include "pictures/drawings.hpp"
@@ -89,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   Layout layout;
   try {
     layout = parse_layout({reinterpret_cast<const char *>(data), size}, "fuzz.toml");
-  } catch (const Failure &failure) {
+  } catch (const Error &failure) {
     const std::string_view what = failure.what();
     require(what.starts_with("fuzz.toml:") && what[10] >= '1' && what[10] <= '9');
     return 0;
@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   draw(layout);
   try {
     come_back(layout);
-  } catch (const Failure &) {
+  } catch (const Error &) {
     // The length of a record that its prefix cannot tell.
     require(layout.prefix.bytes != 0);
   }

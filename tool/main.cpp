@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/tell.hpp"
 #include "text/quote.hpp"

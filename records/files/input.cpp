@@ -8,23 +8,26 @@
 #include <cerrno>
 #include <cstring>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 
 namespace campotipo::tool {
 
-Input::Input(const std::string &path, Use use) {
+Input::Input(const std::string &path, Use use, const std::string &name) {
   const bool twice = use == Use::kTwice;
   const bool standard = path.empty() || path == "-";
-  name_ = standard ? "standard input" : path;
+  name_ = !name.empty() ? name : standard ? "standard input" : path;
   // The opening of a pipe would wait for somebody to write into it.
   fd_ =
       standard ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | (twice ? O_NONBLOCK : 0));
-  if (fd_ < 0) throw Failure(name_ + ": cannot be opened: " + std::strerror(errno));
+  if (fd_ < 0)
+    throw Error(ErrorCode::kInput, name_ + ": cannot be opened: " + std::strerror(errno));
   struct stat state = {};
-  if (fstat(fd_, &state) != 0) throw Failure(name_ + ": " + std::strerror(errno));
-  if (S_ISDIR(state.st_mode)) throw Failure(name_ + ": is a directory, a file was expected");
+  if (fstat(fd_, &state) != 0) throw Error(ErrorCode::kInput, name_ + ": " + std::strerror(errno));
+  if (S_ISDIR(state.st_mode))
+    throw Error(ErrorCode::kInput, name_ + ": is a directory, a file was expected");
   if (twice && !S_ISREG(state.st_mode)) {
-    throw Failure(name_ + ": is a pipe or device, expected a regular file: it is read twice");
+    throw Error(ErrorCode::kInput,
+                name_ + ": is a pipe or device, expected a regular file: it is read twice");
   }
   if (S_ISREG(state.st_mode)) size_ = static_cast<std::uint64_t>(state.st_size);
   if (twice) left_ = size_;
@@ -42,7 +45,7 @@ std::size_t Input::read(void *dest, std::size_t room) {
     if (got == 0) break;
     if (got < 0) {
       if (errno == EINTR) continue;
-      throw Failure(name_ + ": cannot be read: " + std::strerror(errno));
+      throw Error(ErrorCode::kInput, name_ + ": cannot be read: " + std::strerror(errno));
     }
     done += static_cast<std::size_t>(got);
   }
@@ -51,7 +54,8 @@ std::size_t Input::read(void *dest, std::size_t room) {
 }
 
 void Input::rewind() {
-  if (lseek(fd_, 0, SEEK_SET) != 0) throw Failure(name_ + ": " + std::strerror(errno));
+  if (lseek(fd_, 0, SEEK_SET) != 0)
+    throw Error(ErrorCode::kInput, name_ + ": " + std::strerror(errno));
   left_ = size_;
 }
 

@@ -5,34 +5,35 @@
 #include <limits>
 #include <string>
 
+#include "files/source.hpp"
+
 namespace campotipo::tool {
 
-// A file, or standard input where the path is empty or "-". Refuses a directory, with a Failure.
-class Input {
+// A file, or standard input where the path is empty or "-". Refuses a directory, with an Error.
+class Input : public Source {
  public:
   explicit Input(const std::string &path) : Input(path, Use::kOnce) {}
 
   // kTwice: what is no regular file is refused, and the file ends where it did when it was opened.
   enum class Use { kOnce, kTwice };
-  Input(const std::string &path, Use use);
-  Input(const Input &) = delete;
-  Input &operator=(const Input &) = delete;
-  ~Input();
+  // name: as messages name it; empty: by its path.
+  Input(const std::string &path, Use use, const std::string &name = "");
+  ~Input() override;
 
   // Reads until `room` bytes are there or the file ends; the result is less only at the end.
-  std::size_t read(void *dest, std::size_t room);
+  std::size_t read(void *dest, std::size_t room) override;
 
   // Moves forward without reading, where the file allows it.
-  bool skip(std::uint64_t bytes);
+  bool skip(std::uint64_t bytes) override;
 
   // Back to the beginning of a file opened for kTwice.
   void rewind();
 
   // As messages name it.
-  const std::string &name() const { return name_; }
+  const std::string &name() const override { return name_; }
 
   // Bytes of a regular file, else 0.
-  std::uint64_t size() const { return size_; }
+  std::uint64_t size() const override { return size_; }
 
  private:
   std::string name_;

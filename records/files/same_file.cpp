@@ -3,7 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 
 namespace campotipo::tool {
 
@@ -23,8 +23,9 @@ void refuse_same_file(const std::string &in, const std::string &out) {
   struct stat target = {};
   if (!look(in, STDIN_FILENO, source) || !look(out, STDOUT_FILENO, target)) return;
   if (source.st_dev != target.st_dev || source.st_ino != target.st_ino) return;
-  throw Failure((out.empty() || out == "-" ? "standard output" : out) +
-                ": is a file that is read, another was expected for the output");
+  throw Error(ErrorCode::kArgument,
+              (out.empty() || out == "-" ? "standard output" : out) +
+                  ": is a file that is read, another was expected for the output");
 }
 
 }  // namespace campotipo::tool

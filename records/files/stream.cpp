@@ -17,8 +17,8 @@ std::string StreamFault::text() const {
   return where + "byte " + std::to_string(offset) + ": " + what;
 }
 
-RecordStream::RecordStream(Input &input, const Layout &layout, Range range, std::size_t block)
-    : input_(&input), layout_(&layout), block_(block), from_(range.from) {
+RecordStream::RecordStream(Source &input, const Layout &layout, Range range, std::size_t block)
+    : input_(&input), layout_(&layout), block_(block), from_(range.from), byte_(range.byte) {
   constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
   end_ = range.count < kMost - from_ ? from_ + range.count : kMost;
 }
@@ -48,6 +48,7 @@ void RecordStream::begin(RecordBlock &block) {
     fault(block, 0, 0, "the header holds other bytes than told");
   }
   offset_ = header;
+  if (byte_ != 0 && !done_) return begin_at_byte(block);
   const std::uint64_t skipped = from_ - 1;
   const std::size_t size = layout_->most_bytes();
   if (skipped == 0 || done_ || !layout_->fixed_size()) return;
@@ -58,15 +59,38 @@ void RecordStream::begin(RecordBlock &block) {
   }
 }
 
+void RecordStream::begin_at_byte(RecordBlock &block) {
+  next_ = from_;
+  if (byte_ <= offset_ || input_->skip(byte_ - offset_)) {
+    offset_ = std::max(byte_, offset_);
+    return;
+  }
+  std::vector<char> passed(64U << 10);
+  while (offset_ < byte_) {
+    const std::uint64_t wanted = std::min<std::uint64_t>(passed.size(), byte_ - offset_);
+    const std::size_t got = input_->read(passed.data(), static_cast<std::size_t>(wanted));
+    offset_ += got;
+    if (got == wanted) continue;
+    return last_fault(block, 0, 0, "the file ends in front of byte " + std::to_string(byte_));
+  }
+}
+
 void RecordStream::read_more(RecordBlock &block) {
   const std::size_t least = layout_->trailer.bytes + layout_->most_bytes() + 8;
-  const std::size_t wanted = std::max(block_, 2 * least);
-  block.bytes.resize(std::max(wanted, 2 * rest_.size() + least));
-  std::copy(rest_.begin(), rest_.end(), block.bytes.begin());
+  const std::size_t wanted = std::max({block_, 2 * least, 2 * left_ + least});
+  if (input_->memory() != nullptr) {
+    const std::uint64_t left = input_->size() - std::min(offset_, input_->size());
+    block.window = input_->memory() + (input_->size() - left);
+    block.window_size = static_cast<std::size_t>(std::min<std::uint64_t>(wanted, left));
+    ended_ = block.window_size == left;
+    return;
+  }
+  block.own.resize(wanted);
+  std::copy(rest_.begin(), rest_.end(), block.own.begin());
   const std::size_t kept = rest_.size();
-  const std::size_t got = input_->read(block.bytes.data() + kept, block.bytes.size() - kept);
-  ended_ = kept + got < block.bytes.size();
-  block.bytes.resize(kept + got);
+  const std::size_t got = input_->read(block.own.data() + kept, block.own.size() - kept);
+  ended_ = kept + got < block.own.size();
+  block.own.resize(kept + got);
 }
 
 std::size_t RecordStream::stored_length(const unsigned char *prefix) const {
@@ -85,7 +109,7 @@ bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t
   const std::size_t select = layout_->select_offset + layout_->select_bytes;
   const bool known_length = prefix != 0 || layout_->fixed_size();
   const std::size_t left = usable - at;
-  const unsigned char *record = block.bytes.data() + at + prefix;
+  const unsigned char *record = block.data() + at + prefix;
   if (left < prefix + (prefix == 0 ? select : 0) || left == 0) return false;
   std::size_t length = prefix == 0 ? layout_->most_bytes() : stored_length(record - prefix);
   if (prefix != 0 && length > layout_->most_bytes() + kTolerance) {
@@ -148,7 +172,8 @@ void RecordStream::split(RecordBlock &block, std::size_t usable) {
   }
   if (next_ >= end_) done_ = true;
   if (done_) return;
-  rest_.assign(block.bytes.begin() + static_cast<std::ptrdiff_t>(at), block.bytes.end());
+  left_ = block.size() - at;
+  if (block.window == nullptr) rest_.assign(block.data() + at, block.data() + block.size());
   offset_ = block.offset + at;
   if (ended_) finish(block, at);
 }
@@ -157,7 +182,7 @@ void RecordStream::split(RecordBlock &block, std::size_t usable) {
 void RecordStream::finish(RecordBlock &block, std::size_t at) {
   done_ = true;
   const Margin &trailer = layout_->trailer;
-  const std::size_t left = block.bytes.size() - at;
+  const std::size_t left = block.size() - at;
   if (left < trailer.bytes) {
     fault(
         block, at, 0,
@@ -167,7 +192,7 @@ void RecordStream::finish(RecordBlock &block, std::size_t at) {
                "incomplete record: the file ends " + std::to_string(left - trailer.bytes) +
                    " bytes into it");
   } else if (!trailer.content.empty() &&
-             std::memcmp(block.bytes.data() + at, trailer.content.data(), left) != 0) {
+             std::memcmp(block.data() + at, trailer.content.data(), left) != 0) {
     fault(block, at, 0, "the trailer holds other bytes than told");
   }
 }
@@ -181,7 +206,7 @@ bool RecordStream::fill(RecordBlock &block) {
     block.first = next_;
     read_more(block);
     const std::size_t trailer = layout_->trailer.bytes;
-    split(block, block.bytes.size() > trailer ? block.bytes.size() - trailer : 0);
+    split(block, block.size() > trailer ? block.size() - trailer : 0);
     if (!block.records.empty() || !block.faults.empty()) return true;
   }
   return !block.faults.empty();

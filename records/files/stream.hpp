@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "files/input.hpp"
+#include "files/source.hpp"
 #include "layout/layout.hpp"
 
 namespace campotipo::tool {
@@ -23,19 +23,26 @@ struct StreamFault {
 // Whole records of a file, as they stand there.
 struct RecordBlock {
   struct Record {
-    std::uint32_t at;   // in `bytes`
+    std::uint32_t at;   // in the block
     std::uint32_t nth;  // from `first` on; records that were left out count
     const RecordType *type;
   };
-  std::vector<unsigned char> bytes;
   std::vector<Record> records;
   std::vector<StreamFault> faults;
   std::uint64_t first = 1;   // number of the first record
-  std::uint64_t offset = 0;  // of `bytes` in the file
+  std::uint64_t offset = 0;  // of the block in the file
 
-  const unsigned char *record(const Record &which) const { return bytes.data() + which.at; }
+  // The bytes that were read, or that stand in the memory of the source.
+  const unsigned char *data() const { return window != nullptr ? window : own.data(); }
+  std::size_t size() const { return window != nullptr ? window_size : own.size(); }
+
+  const unsigned char *record(const Record &which) const { return data() + which.at; }
   std::uint64_t number(const Record &which) const { return first + which.nth; }
   std::uint64_t place(const Record &which) const { return offset + which.at; }
+
+  std::vector<unsigned char> own;
+  const unsigned char *window = nullptr;
+  std::size_t window_size = 0;
 };
 
 // Reads a file of records block by block, in memory that does not grow with it.
@@ -44,20 +51,22 @@ class RecordStream {
   struct Range {
     std::uint64_t from = 1;
     std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t byte = 0;  // where the first one stands, if that is known; 0: it is not
   };
 
   // A record that does not follow the layout is told and left out; where its end is not known,
   // nothing is read behind it.
-  RecordStream(Input &input, const Layout &layout) : RecordStream(input, layout, Range{}) {}
+  RecordStream(Source &input, const Layout &layout) : RecordStream(input, layout, Range{}) {}
 
   // block: bytes read at once, more where a record needs them.
-  RecordStream(Input &input, const Layout &layout, Range range, std::size_t block = 256U << 10);
+  RecordStream(Source &input, const Layout &layout, Range range, std::size_t block = 256U << 10);
 
   // The next records; false when there are no more and no fault is left to tell.
   bool fill(RecordBlock &block);
 
  private:
   void begin(RecordBlock &block);
+  void begin_at_byte(RecordBlock &block);
   void read_more(RecordBlock &block);
   void split(RecordBlock &block, std::size_t usable);
   void split_plain(RecordBlock &block, std::size_t usable, std::size_t &at);
@@ -68,14 +77,16 @@ class RecordStream {
                   const std::string &what);
   void finish(RecordBlock &block, std::size_t at);
 
-  Input *input_;
+  Source *input_;
   const Layout *layout_;
   std::size_t block_;
   std::uint64_t from_;
-  std::uint64_t end_;  // number behind the last record wanted
-  std::vector<unsigned char> rest_;
-  std::uint64_t offset_ = 0;  // of the bytes of `rest_` in the file
-  std::uint64_t next_ = 1;    // number of the next record
+  std::uint64_t byte_;               // of the first record wanted; 0: not known
+  std::uint64_t end_;                // number behind the last record wanted
+  std::vector<unsigned char> rest_;  // read and not handed out yet
+  std::size_t left_ = 0;             // bytes of the block behind its last record
+  std::uint64_t offset_ = 0;         // of the bytes of `rest_` in the file
+  std::uint64_t next_ = 1;           // number of the next record
   bool begun_ = false;
   bool ended_ = false;  // nothing is left in the file
   bool done_ = false;

@@ -66,6 +66,7 @@ constexpr FieldType area(const char *name) {
   type.sql = "NUMERIC(20)";
   type.keys = kBits;
   type.traits = kRight | kNoBlank;
+  type.column = ColumnForm::kBits;
   type.put = put;
   type.take = take;
   type.fault = fault;

@@ -62,6 +62,7 @@ constexpr FieldType date(const char *name) {
     return DATAC_compara(a, b);
   };
   type.content = [](const unsigned char *field, const Params &) { return DATAC_nao_zero(field); };
+  type.column = ColumnForm::kDate;
   type.measure = [](const unsigned char *field, const Params &) {
     return DATAC_valida(field) != 0 ? static_cast<double>(DATAC_zuliano_desde(field, 0)) : -1.0;
   };
@@ -96,6 +97,7 @@ int seconds(const unsigned char *field);
 
 constexpr FieldType hour_minute(const char *name) {
   FieldType type = row(name, HORAC_BYTES, "14:35");
+  type.column = ColumnForm::kMinutes;
   type.put = put_minutes;
   type.take = take_minutes;
   type.fault = [](const unsigned char *field, const Params &) -> const char * {
@@ -110,6 +112,7 @@ constexpr FieldType hour_minute(const char *name) {
 
 constexpr FieldType hour_minute_second(const char *name) {
   FieldType type = row(name, HHMMSS_BYTES, "14:35:07");
+  type.column = ColumnForm::kSeconds;
   type.put = put_seconds;
   type.take = take_seconds;
   type.fault = [](const unsigned char *field, const Params &) -> const char * {

@@ -50,6 +50,8 @@ constexpr FieldType percent(const char *name) {
   type.take = take_percent<Bytes, Decimals, FromText, Edit>;
   type.compare = numbers::compare<Compare>;
   type.measure = measure_percent<Edit>;
+  type.decimals = Decimals;
+  type.column = ColumnForm::kUnsigned;
   return type;
 }
 
@@ -102,6 +104,7 @@ constexpr FieldType money(const char *name, const char *form, const char *sql) {
     char text[2 * numbers::kMaxDecimals + 8];
     return numbers::near({text, put(text, field, p)});
   };
+  type.column = ColumnForm::kSigned;
   return type;
 }
 

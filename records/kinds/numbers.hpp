@@ -142,6 +142,7 @@ constexpr FieldType binary(const char *name) {
   type.take = take<Bytes, FromText, ToText>;
   type.compare = compare<Compare>;
   type.measure = measure<ToText>;
+  type.column = ColumnForm::kUnsigned;
   return type;
 }
 
@@ -149,6 +150,7 @@ template <int Bytes, auto FromText, auto ToText, auto Compare, auto WellFormed>
 constexpr FieldType quantity(const char *name) {
   FieldType type = binary<Bytes, FromText, ToText, Compare>(name);
   type.family = "wide quantity";
+  type.column = ColumnForm::kLimbs;
   type.fault = limb_fault<WellFormed>;
   return type;
 }

@@ -64,6 +64,18 @@ enum Traits : unsigned {
   kChecked = 32,    // its text may be a number with check digits
 };
 
+// What a value is in a table of typed columns.
+enum class ColumnForm {
+  kText,
+  kUnsigned,  // a number in 1 to 8 bytes
+  kSigned,    // the same in 8, with a sign
+  kLimbs,     // a number in limbs of 19 digits
+  kDate,
+  kMinutes,  // of the day
+  kSeconds,
+  kBits,
+};
+
 // A kind of field: everything the tool knows of it.
 struct FieldType {
   const char *name;
@@ -98,6 +110,9 @@ struct FieldType {
 
   // Place on a scale, for a histogram; null where there is none.
   double (*measure)(const unsigned char *field, const Params &);
+
+  int decimals;       // of a number whose decimals no layout tells
+  ColumnForm column;  // what it is in a table of typed columns
 };
 
 // All kinds, in the order in which they are listed.

@@ -145,6 +145,7 @@ TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
   read_sizes(table, type, p);
   if (std::string_view(type.name) == "PARCELA") p.decimals = defaults.parcela_decimals;
   if (std::string_view(type.name) == "QUANTIA") p.decimals = 2;
+  if (type.decimals != 0) p.decimals = type.decimals;
   if ((type.keys & kDecimals) != 0) {
     p.decimals = static_cast<int>(table.number("decimals", 0, kMostDecimals).value_or(0));
   }

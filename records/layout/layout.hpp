@@ -35,6 +35,7 @@ struct Field {
   std::size_t bytes = 0;
   Params params;
   const NamedCheck *check = nullptr;
+  std::string flat;    // the name in a flat table: "itens_2_codigo"
   std::string column;  // of a CSV file
   std::string join;    // text between this field and the one before it, in a shared column
   std::string empty;   // its text if it has no value, in a shared column
@@ -53,6 +54,7 @@ struct RecordType {
   std::vector<Field> fill;    // unused bytes
   std::vector<Column> columns;
   std::size_t bytes = 0;
+  bool main = false;              // the kind that is meant where none is told
   std::size_t select = 0;         // place in `fields` of the one that tells several kinds apart
   std::vector<std::string> when;  // its stored forms; none: any other record
 };

@@ -4,7 +4,7 @@
 #include <set>
 #include <stdexcept>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "files/input.hpp"
 #include "layout/depth.hpp"
 #include "layout/record_builder.hpp"
@@ -123,6 +123,10 @@ void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
                              ", expected the place and size it has in the other records");
   }
   read_values(table, layout, record);
+  record.main = table.flag("main");
+  for (const RecordType &other : layout.types) {
+    if (record.main && other.main) table.expected("main", "one record that is the main one");
+  }
   table.finish();
   layout.types.push_back(std::move(record));
 }
@@ -206,7 +210,8 @@ Layout read_layout(const std::string &path) {
   std::string text;
   for (std::size_t got = kStep; got == kStep;) {
     const std::size_t kept = text.size();
-    if (kept > kMostText) throw Failure(input.name() + ": too large for a layout");
+    if (kept > kMostText)
+      throw Error(ErrorCode::kLayout, input.name() + ": too large for a layout");
     text.resize(kept + kStep);
     got = input.read(text.data() + kept, kStep);
     text.resize(kept + got);

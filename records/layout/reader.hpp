@@ -7,7 +7,7 @@
 
 namespace campotipo::tool {
 
-// Reads a layout file; a Failure tells file, line and what was expected.
+// Reads a layout file; an Error tells file, line and what was expected.
 Layout read_layout(const std::string &path);
 
 // The same from a text, which messages call by the name given.

@@ -223,6 +223,22 @@ void RecordBuilder::make_columns(const TomlTable &table) {
       field.empty = field_text(field, none.data());
     }
   }
+  name_flat(table);
+}
+
+// In a flat table fields that share a column stay apart, under their own names.
+void RecordBuilder::name_flat(const TomlTable &table) {
+  std::map<std::string_view, std::size_t> sharing;
+  for (const Column &column : record_->columns) sharing[column.name] = column.fields.size();
+  std::set<std::string_view> names;
+  for (Field &field : record_->fields) {
+    field.flat = sharing[field.column] == 1 ? field.column : field.name;
+    std::replace(field.flat.begin(), field.flat.end(), '.', '_');
+    if (!names.insert(field.flat).second) {
+      table.fault("", "two columns of a table would be called \"" + field.flat +
+                          "\", expected other names");
+    }
+  }
 }
 
 }  // namespace campotipo::tool

@@ -19,6 +19,7 @@ class RecordBuilder {
 
   // Gathers the fields into the columns of a CSV file.
   void make_columns(const TomlTable &table);
+  void name_flat(const TomlTable &table);
 
  private:
   struct Place {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "text/ascii.hpp"
 #include "text/nearest.hpp"
 
@@ -25,9 +25,12 @@ std::string shown(const toml::node &node) {
 
 void layout_fault(const std::string &file, const toml::source_region &where,
                   const std::string &what) {
-  throw LayoutFailure(
-      file + ":" + std::to_string(where.begin.line) + ":" + std::to_string(where.begin.column),
-      what);
+  Error error(ErrorCode::kLayout, file + ":" + std::to_string(where.begin.line) + ":" +
+                                      std::to_string(where.begin.column) + ": " + what);
+  error.line = where.begin.line;
+  error.column = where.begin.column;
+  error.reason = what;
+  throw error;
 }
 
 void TomlTable::fault_at(const toml::node &node, const std::string &what) const {

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "text/nearest.hpp"
 
 namespace campotipo::tool {
@@ -16,8 +16,8 @@ std::string length_prefix(const Layout &layout, const RecordType &type) {
   std::string bytes;
   for (int i = 0; i < prefix.bytes; ++i) bytes += static_cast<char>(length >> 8 * i & 0xFF);
   if (prefix.bytes != 0 && prefix.bytes < 8 && length >> 8 * prefix.bytes != 0) {
-    throw Failure(layout.file + ": length: expected enough bytes for records of " +
-                  std::to_string(type.bytes) + " bytes");
+    throw Error(ErrorCode::kInput, layout.file + ": length: expected enough bytes for records of " +
+                                       std::to_string(type.bytes) + " bytes");
   }
   if (prefix.big) std::reverse(bytes.begin(), bytes.end());
   return bytes;
@@ -41,7 +41,7 @@ void Loader::match(const std::vector<std::string> &ignored, const std::string &f
   for (std::size_t i = 0; i < header_.size(); ++i) {
     const std::string &name = header_[i];
     if (!columns_.emplace(name, i).second) {
-      throw Failure(file + ":1: two columns are called \"" + name + "\"");
+      throw Error(ErrorCode::kInput, file + ":1: two columns are called \"" + name + "\"");
     }
     if (layout_->several() && name == kKindColumn) {
       kind_column_ = i;
@@ -49,13 +49,14 @@ void Loader::match(const std::vector<std::string> &ignored, const std::string &f
       ignored_[i] = true;
     } else if (!known.contains(name)) {
       const std::string near = nearest(name, layout_->columns);
-      throw Failure(file + ":1: the layout has no column \"" + name + "\"" +
-                    (near.empty() ? "" : ", expected \"" + near + "\"?") +
-                    " (--ignore leaves a column out)");
+      throw Error(ErrorCode::kInput, file + ":1: the layout has no column \"" + name + "\"" +
+                                         (near.empty() ? "" : ", expected \"" + near + "\"?") +
+                                         " (--ignore leaves a column out)");
     }
   }
   if (layout_->several() && kind_column_ == kNone) {
-    throw Failure(file + ":1: expected a column \"record\" with the kind of each record");
+    throw Error(ErrorCode::kInput,
+                file + ":1: expected a column \"record\" with the kind of each record");
   }
   for (const std::string &column : layout_->columns) {
     if (!columns_.contains(column)) missing_.push_back(column);

@@ -28,8 +28,8 @@ struct LoadedBlock {
 // each cell goes straight into its place.
 class Loader {
  public:
-  // The names of the columns as the file tells them; those in `ignored` are left out. Throws a
-  // Failure for a column that the layout does not know.
+  // The names of the columns as the file tells them; those in `ignored` are left out. Throws an
+  // Error for a column that the layout does not know.
   Loader(const Layout &layout, const std::vector<std::string> &header,
          const std::vector<std::string> &ignored, const std::string &file);
 

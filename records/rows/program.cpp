@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "text/ascii.hpp"
 #include "text/nearest.hpp"
 #include "text/quote.hpp"
@@ -178,8 +178,9 @@ std::vector<std::string> chosen_columns(const Layout &layout,
       std::vector<std::string> all;
       for (const auto &[each, columns] : known) all.emplace_back(each);
       const std::string near = nearest(name, all);
-      throw Failure(layout.file + ": no field or column is called \"" + name + "\"" +
-                    (near.empty() ? "" : ", expected \"" + near + "\"?"));
+      throw Error(ErrorCode::kArgument, layout.file + ": no field or column is called \"" + name +
+                                            "\"" +
+                                            (near.empty() ? "" : ", expected \"" + near + "\"?"));
     }
     for (const std::string *column : found->second) {
       if (taken.insert(*column).second) chosen.push_back(*column);

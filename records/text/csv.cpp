@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::tool {
@@ -61,7 +61,8 @@ bool CsvStream::header(std::vector<std::string> &names) {
     const char *fault =
         block.endless ? "a row without end, or a quote that is not closed" : rows.fault();
     if (fault == nullptr) return false;
-    throw Failure(input_->name() + ":" + std::to_string(rows.line()) + ": " + fault);
+    throw Error(ErrorCode::kInput,
+                input_->name() + ":" + std::to_string(rows.line()) + ": " + fault);
   }
   for (const PaddedText &cell : cells) names.emplace_back(cell.view());
   const std::size_t behind = std::min(rows.at(), block.size);

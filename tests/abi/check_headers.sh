@@ -9,7 +9,7 @@ count=0 faults=0
 try() {  # language, standard, compiler, header
   local folders=(-Ilibrary/support/include)
   # The services need nothing that stands above them.
-  [[ $4 = campotipo-support/* ]] || folders+=(-Ilibrary/include)
+  [[ $4 = campotipo-support/* ]] || folders+=(-Ilibrary/include -Irecords/include)
   printf '#include <%s>\ntypedef int alone;\n' "$4" |
     "$3" -x "$1" -std="$2" "${folders[@]}" -Wall -Wextra -pedantic -Werror \
       -fsyntax-only - || {
@@ -18,7 +18,8 @@ try() {  # language, standard, compiler, header
   }
   count=$((count + 1))
 }
-for header in library/include/campotipo/*.h library/support/include/campotipo-support/*.h; do
+for header in library/include/campotipo/*.h library/support/include/campotipo-support/*.h \
+  records/include/campotipo-records/*.h; do
   name=${header##*include/}
   for compiler in gcc clang; do
     command -v "$compiler" > /dev/null || continue

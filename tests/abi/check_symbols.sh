@@ -22,7 +22,7 @@ sort -u "$@" > "$work/list"
 nm -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort -u > "$work/library"
 cat "$headers"/*.h | perl -0777 -ne '
   s{/\*.*?\*/}{}gs;
-  while (/CAMPOTIPO_API\s+([^;{]*?)(?:;|\s__attribute__)/g) {
+  while (/CAMPOTIPO_(?:RECORDS_)?API\s+([^;{]*?)(?:;|\s__attribute__)/g) {
     my $declaration = $1;
     if ($declaration =~ /^extern\b[^(]*?(\w+)\s*(?:\[[^\]]*\])?$/) { print "$1\n" }
     elsif ($declaration =~ /(\w+)\s*\(/) { print "$1\n" }
@@ -31,7 +31,7 @@ cat "$headers"/*.h | perl -0777 -ne '
 
 compare list "built library" "$work/list" "$work/library"
 compare list headers "$work/list" "$work/headers"
-versions=$(nm -D --defined-only "$library" | awk '$2 != "A" && $3 !~ /@@CAMPOTIPO_[0-9]+$/')
+versions=$(nm -D --defined-only "$library" | awk '$2 != "A" && $3 !~ /@@CAMPOTIPO_(RECORDS_)?[0-9]+$/')
 [ -z "$versions" ] || fault "exported without a symbol version: $versions"
 
 echo "$(basename "$library"): $(wc -l < "$work/library") names, $faults faults"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "tests/records/tool_fixture.hpp"
 #include "text/charset.hpp"
 #include "text/csv.hpp"

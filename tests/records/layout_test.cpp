@@ -5,7 +5,7 @@
 #include <set>
 #include <sstream>
 
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "pictures/drawings.hpp"
 #include "tests/records/tool_fixture.hpp"
 
@@ -158,7 +158,7 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
     try {
       parse_layout(toml, "x.toml");
       ADD_FAILURE() << "was accepted";
-    } catch (const Failure &failure) {
+    } catch (const Error &failure) {
       const std::string what = failure.what();
       EXPECT_EQ(0U, what.find(wrong.place)) << what;
       EXPECT_NE(std::string::npos, what.find(wrong.what)) << what;
@@ -179,7 +179,7 @@ TEST(LayoutFile, PointsThatNestNothingDoNotCount) {
   const auto refusal = [](const std::string &text) {
     try {
       parse_layout(text, "x.toml");
-    } catch (const Failure &failure) {
+    } catch (const Error &failure) {
       return std::string(failure.what());
     }
     return std::string();

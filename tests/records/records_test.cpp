@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "commands/pipeline.hpp"
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "files/stream.hpp"
 #include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
@@ -38,8 +38,8 @@ Cut cut(const std::string &toml, const std::string &file, RecordStream::Range ra
   while (stream.fill(block)) {
     for (const auto &record : block.records) {
       EXPECT_EQ(file.substr(block.place(record), record.type->bytes),
-                std::string(block.bytes.begin() + long(record.at),
-                            block.bytes.begin() + long(record.at + record.type->bytes)));
+                std::string(block.data() + long(record.at),
+                            block.data() + long(record.at + record.type->bytes)));
       result.records.push_back(record.type->name + "@" + std::to_string(block.place(record)));
       result.numbers.push_back(block.number(record));
     }
@@ -352,7 +352,7 @@ TEST(Layouts, DoNotChangeEachOther) {
   };
   const Layout two = layout(2);
   const Layout eighteen = layout(18);
-  EXPECT_THROW(parse_layout("name='r'\nparcela_decimals=7\n", "test"), Failure);
+  EXPECT_THROW(parse_layout("name='r'\nparcela_decimals=7\n", "test"), Error);
   const int before = PARCELA_fixo;
   for (const int fixo : {0, 4, 9}) {
     PARCELA_fixo = fixo;
@@ -435,7 +435,7 @@ TEST(Programs, ColumnsAreChosenByAnyNameOfTheirs) {
   try {
     chosen_columns(layout, {"F_DATAK"});
     ADD_FAILURE() << "was accepted";
-  } catch (const Failure &failure) {
+  } catch (const Error &failure) {
     EXPECT_NE(nullptr, strstr(failure.what(), "expected \"f_DATAC\"?")) << failure.what();
   }
 }

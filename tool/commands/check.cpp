@@ -1,11 +1,11 @@
 #include <memory>
 
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
 #include "files/input.hpp"
 #include "findings/examiner.hpp"
 #include "layout/reader.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
 #include "text/quote.hpp"
@@ -61,7 +61,7 @@ void examine(Input &input, const Layout &layout, Examiner &examiner) {
   RecordBlock block;
   while (stream.fill(block)) {
     examiner.add(block);
-    progress.at(block.offset + block.bytes.size(), examiner.records());
+    progress.at(block.offset + block.size(), examiner.records());
   }
 }
 

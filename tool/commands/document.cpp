@@ -2,9 +2,9 @@
 #include <memory>
 
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
 #include "kinds/checks.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "text/ascii.hpp"
 

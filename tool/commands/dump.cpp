@@ -5,7 +5,6 @@
 #include "commands/faults.hpp"
 #include "commands/numbers.hpp"
 #include "commands/pipeline.hpp"
-#include "files/failure.hpp"
 #include "files/input.hpp"
 #include "files/same_file.hpp"
 #include "files/stream.hpp"
@@ -14,6 +13,7 @@
 #include "rows/cells.hpp"
 #include "rows/program.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
 
@@ -60,7 +60,7 @@ int dump_programs(const Request &request, const Layout &layout, Input &input, Ou
   const auto drain = [&](Block &block) {
     if (!block.out.empty()) output.write(block.out.view());
     records += block.in.records.size();
-    progress.at(block.in.offset + block.in.bytes.size(), records);
+    progress.at(block.in.offset + block.in.size(), records);
     faults.tell_all(block.in);
   };
   Pipeline<Block>(

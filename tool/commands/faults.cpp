@@ -1,6 +1,6 @@
 #include "commands/faults.hpp"
 
-#include "files/failure.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/tell.hpp"
 
 namespace campotipo::tool {

@@ -1,12 +1,12 @@
 #include <memory>
 
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
 #include "files/same_file.hpp"
 #include "kinds/dates.hpp"
 #include "layout/reader.hpp"
 #include "pictures/drawings.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "text/quote.hpp"
 

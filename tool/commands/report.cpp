@@ -2,13 +2,13 @@
 
 #include "commands/commands.hpp"
 #include "commands/faults.hpp"
-#include "files/failure.hpp"
 #include "files/input.hpp"
 #include "files/same_file.hpp"
 #include "files/stream.hpp"
 #include "findings/examiner.hpp"
 #include "layout/reader.hpp"
 #include "report/page.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
 
@@ -50,7 +50,7 @@ int first_reading(const Layout &layout, Input &input, Examiner &examiner, Report
       }
       kind.samples.push_back(std::move(texts));
     }
-    report.bytes = block.offset + block.bytes.size();
+    report.bytes = block.offset + block.size();
     progress.at(report.bytes, examiner.records());
   }
   return faults.status();

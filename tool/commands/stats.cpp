@@ -2,13 +2,13 @@
 
 #include "commands/commands.hpp"
 #include "commands/faults.hpp"
-#include "files/failure.hpp"
 #include "files/input.hpp"
 #include "files/stream.hpp"
 #include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
 #include "layout/reader.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
 #include "text/quote.hpp"
@@ -46,7 +46,7 @@ int gather(const Layout &layout, Input &input, Gathered &all) {
       auto &fields = all[static_cast<std::size_t>(record.type - layout.types.data())];
       for (FieldStatistics &field : fields) field.add(block.record(record));
     }
-    progress.at(block.offset + block.bytes.size(), block.first + block.records.size());
+    progress.at(block.offset + block.size(), block.first + block.records.size());
     faults.tell_all(block);
   }
   return faults.status();

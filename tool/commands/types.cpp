@@ -1,8 +1,8 @@
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
 #include "kinds/checks.hpp"
 #include "kinds/type.hpp"
 #include "terminal/aligned.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 
 namespace campotipo::tool {

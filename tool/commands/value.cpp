@@ -3,9 +3,10 @@
 #include <sstream>
 
 #include "commands/commands.hpp"
-#include "files/failure.hpp"
+#include "errors/error.hpp"
 #include "layout/layout.hpp"
 #include "layout/reader.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/tell.hpp"
 #include "text/ascii.hpp"
@@ -67,10 +68,10 @@ Layout layout_of(const Request &request, std::size_t bytes, std::size_t characte
   for (const std::string &setting : request.settings) toml += setting + "\n";
   try {
     return parse_layout(toml, request.type);
-  } catch (const LayoutFailure &failure) {
+  } catch (const Error &error) {
     // Place and name are those of a text that nobody has seen.
     constexpr std::string_view kField = "field \"value\": ";
-    const std::string &reason = failure.reason();
+    const std::string &reason = error.reason;
     throw Failure(request.type + ": " +
                   (reason.starts_with(kField) ? reason.substr(kField.size()) : reason));
   }

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "files/failure.hpp"
+#include "terminal/failure.hpp"
 #include "terminal/leftover.hpp"
 #include "text/quote.hpp"
 

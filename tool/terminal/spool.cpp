@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "files/failure.hpp"
+#include "terminal/failure.hpp"
 
 namespace campotipo::tool {
 

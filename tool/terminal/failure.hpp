@@ -20,17 +20,4 @@ class Failure : public std::runtime_error {
   Status status_;
 };
 
-// A layout that cannot be used: the message names file, line and column.
-class LayoutFailure : public Failure {
- public:
-  LayoutFailure(const std::string &place, const std::string &reason)
-      : Failure(place + ": " + reason), reason_(reason) {}
-
-  // The message without the place.
-  const std::string &reason() const { return reason_; }
-
- private:
-  std::string reason_;
-};
-
 }  // namespace campotipo::tool

@@ -1,0 +1,184 @@
+#include "columns/batch.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "errors/error.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+constexpr std::size_t kMostText = std::size_t{1} << 30;
+
+std::size_t bitmap_bytes(std::size_t rows) { return (rows + 63) / 64 * 8; }
+
+// Bits behind `from` are set where `flags` tells it; those behind the last one stay undefined.
+void append_bits(char *bits, std::size_t from, const std::uint8_t *flags, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t at = from + i;
+    const auto bit = static_cast<char>(1 << at % 8);
+    if (at % 8 == 0) bits[at / 8] = 0;
+    bits[at / 8] = static_cast<char>(flags[i] != 0 ? bits[at / 8] | bit : bits[at / 8] & ~bit);
+  }
+}
+
+}  // namespace
+
+char *Bytes::reserve(std::size_t bytes) {
+  if (bytes <= capacity_) return data_.get();
+  const std::size_t capacity = std::max(bytes, 2 * capacity_);
+  auto *larger = static_cast<char *>(std::realloc(data_.get(), capacity));
+  if (larger == nullptr) throw std::bad_alloc();
+  // The old memory is the new one's now.
+  static_cast<void>(data_.release());
+  data_.reset(larger);
+  capacity_ = capacity;
+  return larger;
+}
+
+void Batch::clear() {
+  rows_ = 0;
+  columns_.clear();
+}
+
+bool Batch::full() const {
+  return std::any_of(columns_.begin(), columns_.end(),
+                     [](const ColumnValues &column) { return column.text_size >= kMostText; });
+}
+
+void Batch::refuse(const PlannedColumn &column, const RecordRows &rows, std::size_t i) const {
+  const Field &field = *column.field;
+  const unsigned char *record = rows.records[i];
+  const char *fault = field.type->fault(record + field.offset, field.params);
+  std::string what = fault != nullptr ? fault : "";
+  if (what.empty()) {
+    what = column.type.physical == Physical::kDate32
+               ? "a date that the civil calendar does not have"
+               : "too large for the column";
+  }
+  const std::uint64_t byte =
+      rows.offset + static_cast<std::uint64_t>(record - rows.base) + field.offset;
+  Error error(ErrorCode::kValue, name_ + ": record " + std::to_string(rows.numbers[i]) + ", byte " +
+                                     std::to_string(byte) + ": field " + plan_->kind->name + "." +
+                                     column.name + ": " + what);
+  error.record = rows.numbers[i];
+  error.byte = byte;
+  error.kind = plan_->kind->name;
+  error.field = column.name;
+  throw error;
+}
+
+// The rows in front of the first null are all there.
+void Batch::set_null(ColumnValues &values, std::size_t row, std::size_t end) {
+  const bool first = values.nulls == 0;
+  char *bits = values.validity.reserve(bitmap_bytes(end));
+  if (first) std::memset(bits, 0xFF, bitmap_bytes(end));
+  bits[row / 8] = static_cast<char>(bits[row / 8] & ~(1 << row % 8));
+  ++values.nulls;
+}
+
+void Batch::look_at_states(const PlannedColumn &column, ColumnValues &values,
+                           const RecordRows &rows) {
+  for (std::size_t i = 0; i < rows.count; ++i) {
+    const auto state = static_cast<ValueState>(states_[i]);
+    if (state == ValueState::kValue) continue;
+    if (state != ValueState::kNull) {
+      if (!plan_->faults_become_null) refuse(column, rows, i);
+      fault_names_.resize(rows.count);
+      fault_names_[i] += (fault_names_[i].empty() ? "" : ",") + column.name;
+    }
+    set_null(values, rows_ + i, rows_ + rows.count);
+  }
+}
+
+void Batch::append_field(std::size_t at, const RecordRows &rows) {
+  const PlannedColumn &column = plan_->columns[at];
+  const Field &field = *column.field;
+  ColumnValues &values = columns_[at];
+  const DecodeInput in = {rows.records, rows.count, field.offset, field.type, &field.params};
+  DecodeOutput out = {};
+  states_.assign(rows.count, 0);
+  out.states = states_.data();
+  const std::size_t end = rows_ + rows.count;
+  const std::size_t size = column.type.bytes();
+  if (column.type.physical == Physical::kUtf8) {
+    auto *ends = reinterpret_cast<std::int32_t *>(values.values.reserve(4 * (end + 1)));
+    if (rows_ == 0) ends[0] = 0;
+    out.offsets = ends + rows_ + 1;
+    out.begin = static_cast<std::int32_t>(values.text_size);
+    out.bytes =
+        values.text.reserve(values.text_size + rows.count * field.type->room(field.params)) +
+        values.text_size;
+  } else if (size == 0) {
+    flags_.resize(rows.count);
+    out.values = flags_.data();
+  } else {
+    out.values = values.values.reserve(size * end) + size * rows_;
+  }
+  // New rows are valid until something else is told.
+  if (values.nulls != 0) {
+    std::vector<std::uint8_t> ones(rows.count, 1);
+    append_bits(values.validity.reserve(bitmap_bytes(end)), rows_, ones.data(), rows.count);
+  }
+  const bool any = column.decode(in, out);
+  if (out.offsets != nullptr && rows.count != 0) {
+    values.text_size = static_cast<std::size_t>(out.offsets[rows.count - 1]);
+  } else if (size == 0 && column.type.physical == Physical::kBool) {
+    append_bits(values.values.reserve(bitmap_bytes(end)), rows_, flags_.data(), rows.count);
+  }
+  if (any) look_at_states(column, values, rows);
+}
+
+void Batch::append_numbers(ColumnValues &values, const RecordRows &rows) {
+  char *at = values.values.reserve(8 * (rows_ + rows.count)) + 8 * rows_;
+  std::memcpy(at, rows.numbers, 8 * rows.count);
+}
+
+void Batch::append_texts(ColumnValues &values, const std::vector<std::string> &texts,
+                         bool empty_is_null) {
+  const std::size_t end = rows_ + texts.size();
+  auto *ends = reinterpret_cast<std::int32_t *>(values.values.reserve(4 * (end + 1)));
+  if (rows_ == 0) ends[0] = 0;
+  if (values.nulls != 0) {
+    std::vector<std::uint8_t> ones(texts.size(), 1);
+    append_bits(values.validity.reserve(bitmap_bytes(end)), rows_, ones.data(), texts.size());
+  }
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    char *at = values.text.reserve(values.text_size + texts[i].size() + 1) + values.text_size;
+    std::memcpy(at, texts[i].data(), texts[i].size());
+    values.text_size += texts[i].size();
+    ends[rows_ + i + 1] = static_cast<std::int32_t>(values.text_size);
+    if (empty_is_null && texts[i].empty()) set_null(values, rows_ + i, end);
+  }
+}
+
+void Batch::append(const RecordRows &rows) {
+  if (columns_.empty()) columns_.resize(plan_->columns.size());
+  fault_names_.clear();
+  for (std::size_t i = 0; i < plan_->columns.size(); ++i) {
+    switch (plan_->columns[i].source) {
+      case PlannedColumn::Source::kField:
+        append_field(i, rows);
+        break;
+      case PlannedColumn::Source::kRecord:
+        append_numbers(columns_[i], rows);
+        break;
+      case PlannedColumn::Source::kFile:
+        append_texts(columns_[i], std::vector<std::string>(rows.count, plan_->file), false);
+        break;
+      case PlannedColumn::Source::kFault:
+        break;
+    }
+  }
+  // Wherever it stands, it tells of all the others.
+  if (plan_->faults_become_null) fault_names_.resize(rows.count);
+  for (std::size_t i = 0; i < plan_->columns.size(); ++i) {
+    if (plan_->columns[i].source != PlannedColumn::Source::kFault) continue;
+    append_texts(columns_[i], fault_names_, true);
+  }
+  rows_ += rows.count;
+}
+
+}  // namespace campotipo::tool

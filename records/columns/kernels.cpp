@@ -1,0 +1,43 @@
+#include "columns/kernels.hpp"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace campotipo::tool {
+
+namespace baseline {
+Decode decode(const FieldType &type, const ColumnType &column);
+}
+#ifdef CAMPOTIPO_KERNELS_V3
+namespace v3 {
+Decode decode(const FieldType &type, const ColumnType &column);
+}
+#endif
+
+namespace {
+
+constexpr Kernels kBaseline = {"baseline", baseline::decode};
+#ifdef CAMPOTIPO_KERNELS_V3
+constexpr Kernels kV3 = {"x86-64-v3", v3::decode};
+
+bool is_v3() {
+  const char *wanted = std::getenv("CAMPOTIPO_KERNELS");
+  if (wanted != nullptr && std::strcmp(wanted, "plain") == 0) return false;
+  __builtin_cpu_init();
+  return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
+         __builtin_cpu_supports("bmi2") != 0 && __builtin_cpu_supports("fma") != 0;
+}
+#endif
+
+}  // namespace
+
+const Kernels &kernels() {
+#ifdef CAMPOTIPO_KERNELS_V3
+  static const Kernels &chosen = is_v3() ? kV3 : kBaseline;
+  return chosen;
+#else
+  return kBaseline;
+#endif
+}
+
+}  // namespace campotipo::tool

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "kinds/type.hpp"
+
+// Values as the library reads them, for the kernels: called, so that what is compiled for newer
+// processors holds no code that others share.
+namespace campotipo::tool {
+
+// The number in a part of a bit area.
+std::uint64_t bit_part(const unsigned char *area, const Params &p);
+
+enum class DayState : std::uint8_t { kDay, kAbsent, kNoDay };
+
+// Days since 1970-01-01 of a date, by the civil calendar. kNoDay: a date that this calendar does not
+// have, though the library's own may.
+DayState civil_day(const unsigned char *field, const FieldType &type, const Params &p,
+                   std::int32_t &day);
+
+std::int32_t second_of_day(const unsigned char *field, ColumnForm form);
+
+}  // namespace campotipo::tool

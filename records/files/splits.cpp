@@ -1,0 +1,94 @@
+#include "files/splits.hpp"
+
+#include <algorithm>
+
+#include "errors/error.hpp"
+
+namespace campotipo::tool {
+
+namespace {
+
+using Range = RecordStream::Range;
+
+// Where some of the records stand: every `step`th one, so that memory does not grow with the file.
+class Marks {
+ public:
+  explicit Marks(std::size_t wanted) : most_(std::max<std::size_t>(4096, 16 * wanted)) {}
+
+  void add(std::uint64_t number, std::uint64_t byte) {
+    if ((number - 1) % step_ != 0) return;
+    marks_.push_back({number, Range{}.count, byte});
+    if (marks_.size() < most_) return;
+    step_ *= 2;
+    std::erase_if(marks_, [&](const Range &mark) { return (mark.from - 1) % step_ != 0; });
+  }
+
+  // The marks nearest behind equal parts of the bytes, each range ending where the next begins.
+  std::vector<Range> ranges(std::size_t wanted, std::uint64_t end) const {
+    std::vector<Range> chosen;
+    if (marks_.empty()) return chosen;
+    const std::uint64_t begin = marks_[0].byte;
+    for (std::size_t i = 0; i < wanted; ++i) {
+      const std::uint64_t place =
+          begin + static_cast<std::uint64_t>(static_cast<long double>(end - begin) *
+                                             static_cast<long double>(i) /
+                                             static_cast<long double>(wanted));
+      const auto found = std::lower_bound(
+          marks_.begin(), marks_.end(), place,
+          [](const Range &mark, std::uint64_t wanted_byte) { return mark.byte < wanted_byte; });
+      if (found == marks_.end()) break;
+      if (!chosen.empty() && chosen.back().from == found->from) continue;
+      chosen.push_back(*found);
+    }
+    for (std::size_t i = 0; i + 1 < chosen.size(); ++i) {
+      chosen[i].count = chosen[i + 1].from - chosen[i].from;
+    }
+    return chosen;
+  }
+
+ private:
+  std::size_t most_;
+  std::uint64_t step_ = 1;
+  std::vector<Range> marks_;
+};
+
+std::vector<Range> by_arithmetic(const Layout &layout, std::uint64_t size, std::size_t wanted) {
+  const std::uint64_t around = layout.header.bytes + layout.trailer.bytes;
+  const std::uint64_t stride = layout.most_bytes();
+  const std::uint64_t records = size > around ? (size - around) / stride : 0;
+  // What is left of a record cut short is told by the range that comes to it.
+  const bool rest = size > around && (size - around) % stride != 0;
+  const std::uint64_t parts = std::min<std::uint64_t>(wanted, std::max<std::uint64_t>(1, records));
+  std::vector<Range> ranges;
+  if (records == 0 && !rest) return ranges;
+  for (std::uint64_t i = 0; i < parts; ++i) {
+    const std::uint64_t begin = records / parts * i + std::min(i, records % parts);
+    const std::uint64_t end = records / parts * (i + 1) + std::min(i + 1, records % parts);
+    ranges.push_back({begin + 1, end - begin, layout.header.bytes + begin * stride});
+  }
+  ranges.back().count = Range{}.count;
+  return ranges;
+}
+
+}  // namespace
+
+std::vector<Range> splits(const Layout &layout, Source &source, std::size_t wanted) {
+  if (layout.fixed_size() && source.size() != 0) {
+    return by_arithmetic(layout, source.size(), wanted);
+  }
+  Marks marks(wanted);
+  RecordStream stream(source, layout);
+  RecordBlock block;
+  std::uint64_t end = 0;
+  while (stream.fill(block)) {
+    for (const RecordBlock::Record &record : block.records) {
+      // In front of what tells its length.
+      marks.add(block.number(record),
+                block.place(record) - static_cast<std::uint64_t>(layout.prefix.bytes));
+    }
+    end = block.offset + block.size();
+  }
+  return marks.ranges(wanted, end);
+}
+
+}  // namespace campotipo::tool

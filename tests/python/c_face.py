@@ -1,0 +1,101 @@
+"""The C face of the records library through ctypes: what a host without a binding would write."""
+
+import ctypes as c
+import os
+
+import pyarrow
+
+LIBRARY = c.CDLL(os.environ["CAMPOTIPO_RECORDS_LIBRARY"])
+OK, END, SKIP = 0, 1, 1
+WIDE = {"string": 0, "decimal128": 1, "decimal256": 2}
+TIMES = {"s": 0, "ns": 1}
+FAULTS = {"error": 0, "null": 1}
+
+
+class Sized(c.Structure):
+    """A structure that tells its own size first."""
+
+    def __init__(self, **values):
+        super().__init__(size=c.sizeof(type(self)), **values)
+
+
+class Error(Sized):
+    _fields_ = [("size", c.c_size_t), ("status", c.c_int), ("line", c.c_uint32),
+                ("column", c.c_uint32), ("record", c.c_uint64), ("byte", c.c_uint64),
+                ("kind", c.c_char * 256), ("field", c.c_char * 256), ("text", c.c_char * 1024)]
+
+
+class Input(Sized):
+    _fields_ = [("size", c.c_size_t), ("name", c.c_char_p), ("path", c.c_char_p),
+                ("memory", c.c_void_p), ("memory_bytes", c.c_size_t), ("read", c.c_void_p),
+                ("skip", c.c_void_p), ("context", c.c_void_p), ("file_bytes", c.c_uint64)]
+
+
+class Range(Sized):
+    _fields_ = [("size", c.c_size_t), ("first", c.c_uint64), ("count", c.c_uint64),
+                ("byte", c.c_uint64)]
+
+
+class StreamOptions(Sized):
+    _fields_ = [("size", c.c_size_t), ("kind", c.c_char_p), ("fields", c.POINTER(c.c_char_p)),
+                ("n_fields", c.c_size_t), ("wide", c.c_int), ("times", c.c_int),
+                ("faults", c.c_int), ("file", c.c_char_p), ("batch_rows", c.c_size_t)]
+
+
+class Refused(Exception):
+    def __init__(self, error):
+        super().__init__(error.text.decode())
+        self.status, self.record, self.byte = error.status, error.record, error.byte
+        self.kind, self.field = error.kind.decode(), error.field.decode()
+
+
+def call(function, *arguments):
+    error = Error()
+    status = getattr(LIBRARY, function)(*arguments, c.byref(error))
+    if status < 0:
+        raise Refused(error)
+    return status
+
+
+class Layout:
+    def __init__(self, text):
+        self.handle = c.c_void_p()
+        raw = text.encode()
+        call("campotipo_layout_parse", raw, c.c_size_t(len(raw)), b"layout", c.byref(self.handle))
+
+    def __del__(self):
+        LIBRARY.campotipo_layout_free(self.handle)
+
+    def reader(self, content, part=None, skip=False):
+        reader = c.c_void_p()
+        given = Input(memory=c.cast(c.c_char_p(content), c.c_void_p), memory_bytes=len(content))
+        call("campotipo_reader_open", self.handle, c.byref(given),
+             None if part is None else c.byref(part), c.c_uint(SKIP if skip else 0),
+             c.byref(reader))
+        return reader
+
+    def stream(self, content, kind=None, fields=None, wide="string", times="s", faults="error",
+               file=None, part=None, skip=False, batch_rows=0):
+        """A RecordBatchReader over bytes, which have to live as long."""
+        names = [name.encode() for name in fields or []]
+        options = StreamOptions(kind=kind and kind.encode(),
+                                fields=(c.c_char_p * len(names))(*names) if names else None,
+                                n_fields=len(names), wide=WIDE[wide], times=TIMES[times],
+                                faults=FAULTS[faults], file=file and file.encode(),
+                                batch_rows=batch_rows)
+        place = (c.c_uint64 * 5)()
+        reader = self.reader(content, part, skip)
+        try:
+            call("campotipo_stream", reader, c.byref(options), place)
+        except Refused:
+            LIBRARY.campotipo_reader_free(reader)
+            raise
+        return pyarrow.RecordBatchReader._import_from_c(c.addressof(place))
+
+    def splits(self, content, wanted):
+        parts = (Range * wanted)()
+        made = c.c_size_t()
+        given = Input(memory=c.cast(c.c_char_p(content), c.c_void_p), memory_bytes=len(content))
+        call("campotipo_splits", self.handle, c.byref(given), c.c_size_t(wanted), parts,
+             c.byref(made))
+        return list(parts)[:made.value]
