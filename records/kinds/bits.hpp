@@ -96,7 +96,7 @@ inline const char *take_guid(unsigned char *field, PaddedText text, const Params
   put_guid(back, field, p);
   if (conversion::same(text.view(), back)) return nullptr;
   const char *lost = conversion::guid(text.view(), back);
-  if (lost != nullptr) std::memset(field, 0, kGuidBytes);
+  if (lost != nullptr) std::memset(field, 0, ZGUID_BYTES);
   return lost;
 }
 

@@ -334,8 +334,8 @@ TEST(Face, WritesRows) {
   };
   for (const auto &form : kForms) {
     Face face(kKinds);
-    const std::string bytes("\1\2\5\0", 4);
-    ASSERT_EQ(CAMPOTIPO_OK, face.open(bytes));
+    const std::string file("\1\2\5\0", 4);
+    ASSERT_EQ(CAMPOTIPO_OK, face.open(file));
     auto options = sized<campotipo_rows_options>();
     options.format = form.format;
     campotipo_rows *rows = nullptr;

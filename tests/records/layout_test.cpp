@@ -158,11 +158,11 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
     try {
       parse_layout(toml, "x.toml");
       ADD_FAILURE() << "was accepted";
-    } catch (const Error &failure) {
-      const std::string what = failure.what();
+    } catch (const Error &error) {
+      const std::string what = error.what();
       EXPECT_EQ(0U, what.find(wrong.place)) << what;
       EXPECT_NE(std::string::npos, what.find(wrong.what)) << what;
-      EXPECT_EQ(kUnusable, failure.status());
+      EXPECT_EQ(ErrorCode::kLayout, error.code());
     }
   }
 }
@@ -179,8 +179,8 @@ TEST(LayoutFile, PointsThatNestNothingDoNotCount) {
   const auto refusal = [](const std::string &text) {
     try {
       parse_layout(text, "x.toml");
-    } catch (const Error &failure) {
-      return std::string(failure.what());
+    } catch (const Error &error) {
+      return std::string(error.what());
     }
     return std::string();
   };

@@ -435,8 +435,8 @@ TEST(Programs, ColumnsAreChosenByAnyNameOfTheirs) {
   try {
     chosen_columns(layout, {"F_DATAK"});
     ADD_FAILURE() << "was accepted";
-  } catch (const Error &failure) {
-    EXPECT_NE(nullptr, strstr(failure.what(), "expected \"f_DATAC\"?")) << failure.what();
+  } catch (const Error &error) {
+    EXPECT_NE(nullptr, strstr(error.what(), "expected \"f_DATAC\"?")) << error.what();
   }
 }
 
