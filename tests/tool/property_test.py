@@ -260,7 +260,7 @@ class Round:
             if self.layout.header or self.layout.trailer else ()
         self.on_terminal("load", self.toml, path, "-o", out, *margins)
         done = self.both("load", self.toml, path, "-o", out, *margins)
-        if done.returncode != 0 or b"not whole" in done.stderr:
+        if done.returncode != 0:
             return
         self.count("loaded")
         back = rows_of(self.run("dump", self.toml, out, "--format", "csv", allowed=(0,)).stdout)
