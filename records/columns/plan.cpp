@@ -49,11 +49,9 @@ PlannedColumn named_column(const ColumnPlan &plan, const ColumnOptions &options,
 
 const RecordType &kind_for(const Layout &layout, const std::string &name) {
   if (name.empty() && !layout.several()) return layout.types[0];
-  std::vector<std::string> names;
   std::string all;
   for (const RecordType &type : layout.types) {
     if (type.name == name || (name.empty() && type.main)) return type;
-    names.push_back(type.name);
     all += (all.empty() ? "" : ", ") + type.name;
   }
   if (name.empty()) {
@@ -62,10 +60,8 @@ const RecordType &kind_for(const Layout &layout, const std::string &name) {
                                           "to be asked for: " +
                                           all);
   }
-  const std::string near = nearest(name, names);
   throw Error(ErrorCode::kArgument, layout.file + ": no kind of record is called \"" + name +
-                                        "\", expected " +
-                                        (near.empty() ? "one of " + all : "\"" + near + "\"?"));
+                                        "\", expected one of " + all);
 }
 
 ColumnPlan column_plan(const Layout &layout, const ColumnOptions &options) {
