@@ -24,12 +24,16 @@ import threading
 from decimal import Decimal, InvalidOperation
 from xml.etree import ElementTree
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from random_layouts import Layout  # noqa: E402
 
 CONTROLS = re.compile("[\0-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f]")
 COLOURS = re.compile(r"\x1b\[[0-9;]*[mK]|\r")
 csv.field_size_limit(1 << 30)
+# A sanitizer that finds something ends the command with a status that is not one of its own.
+for sanitizer in ("ASAN", "UBSAN", "TSAN"):
+    os.environ[f"{sanitizer}_OPTIONS"] = "exitcode=99"
 
 
 class Broken(Exception):
@@ -176,7 +180,9 @@ class Round:
         for value, leaf in zip(told, kind.leaves):
             text = "" if value is None else value
             own = leaf.text(record)
-            if own is not None and leaf.join is None:
+            # Nothing in all that a column holds is nothing in each.
+            shared = [each.column for each in kind.leaves].count(leaf.column) > 1
+            if own is not None and not (shared and text == ""):
                 hold(own == text, f"{leaf.path}: {text!r}, read by Python: {own!r}")
             cells.setdefault(leaf.column, []).append((leaf.join or "", text))
         for column, cell in zip(self.layout.columns, row):
@@ -248,7 +254,8 @@ class Round:
         given = {}
         for leaf in kind.leaves:
             given.setdefault(leaf.column, []).append((leaf.join or "") + self.cell(leaf))
-        row = [self.random.choice(["", "".join(given[c])]) if c in given else ""
+        filled = self.random.choice([0.1, 0.3, 0.6])
+        row = ["".join(given[c]) if c in given and self.random.random() < filled else ""
                for c in self.layout.columns]
         if len(self.layout.kinds) > 1:
             row.insert(0, kind.name)
@@ -321,7 +328,9 @@ def same_value(leaf, cell, kept):
         return cell == kept.rstrip("0") or cell == kept or cell.strip("0") == kept.strip("0")
     if leaf.type.startswith("COD"):
         return leaf.options or cell == kept
-    return kept != ""
+    if leaf.type == "ZGUID":
+        cell, kept = (re.sub("[^0-9a-f]", "", text.lower()) for text in (cell, kept))
+    return cell == kept
 
 
 def main():
@@ -354,6 +363,8 @@ def main():
         except (Broken, ValueError, csv.Error, ElementTree.ParseError) as error:
             failed += 1
             print(f"--rounds 1 --seed {seed}: {type(error).__name__}: {error}\n  files: {folder}")
+            if failed == 5:
+                break
         for what, times in this.counts.items():
             sums[what] = sums.get(what, 0) + times
     print(f"{given.rounds} rounds: {sums}")
@@ -363,7 +374,7 @@ def main():
     if given.rounds >= 20:
         hold(sums.get("refused", 0) * 3 < given.rounds, "too many layouts are refused")
         hold(sums.get("came back", 0) > given.rounds, "too few files pass")
-        hold(sums.get("loaded", 0) * 20 > given.rounds, "too few tables are loaded")
+        hold(sums.get("loaded", 0) * 8 > given.rounds, "too few tables are loaded")
 
 
 if __name__ == "__main__":
