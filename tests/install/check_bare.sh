@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # What a new user does first, on a Debian with nothing in it: debootstrap makes one in a folder, of the
 # release and from the mirror that this machine's apt uses. As root.
-# usage: check_bare.sh WORK [WAY...]     without a WAY: all
+# usage: check_bare.sh WORK [WAY...]     without a WAY: all but the last
 #   install   a user with sudo, neither ninja nor make there: scripts/install, scripts/uninstall
 #   make      root, with make alone: scripts/install PREFIX, scripts/uninstall PREFIX
 #   package   scripts/package --test; its packages installed, used and removed
 #   demo      scripts/demo
+#   test      scripts/test release: only where it is named
 set -euo pipefail
 mkdir -p "$1"
 work=$(cd "$1" && pwd)
@@ -78,6 +79,7 @@ declare -A commands=(
     absent campotipo
     [ -z \"\$(find /usr -name '*campotipo*' | tee /dev/stderr)\" ]"
   [demo]="scripts/demo"
+  [test]="scripts/test release"
 )
 
 for way in "${ways[@]}"; do
