@@ -3,7 +3,8 @@
 #   prefix        installs the build to a prefix and moves it
 #   package       the moved prefix, by find_package
 #   pkgconfig     the moved prefix, by pkg-config
-#   system        the build installed below a root of its own as the system's: short flags
+#   system        the build installed below a root of its own as the system's: short flags, and each
+#                 file in a Debian package
 #   uninstall     an installation taken away again, and nothing else
 #   subdirectory  the sources inside a parent project, with both sets of libraries
 #   absolute      that build, installed to absolute directories
@@ -100,6 +101,15 @@ case $way in
       [ $at = /usr/local ] || told="-lcampotipo -lcampotipo-support"
       [ "$flags" = "$told" ] || fault "in $at pkg-config tells \"$flags\""
     done
+    cd "$work/system"
+    find usr -path usr/local -prune -o ! -type d -print | sort > ../files
+    cut -d ' ' -f 1 "$source"/packaging/debian/*.install | sed "s,usr/lib/\*,usr/$libdir," |
+      while read -r pattern; do
+        # shellcheck disable=SC2086
+        find $pattern ! -type d 2> /dev/null || true
+      done | sort -u > ../packed
+    left=$(comm -23 ../files ../packed)
+    [ -z "$left" ] || fault "in no package: $left"
     ;;
   uninstall)
     rm -rf "$work/removed"
