@@ -68,8 +68,8 @@ inline int from_text(unsigned char *dest, const char *text) {
 template <int N>
 [[gnu::noinline]] inline char *cut_to_text(char *text, const unsigned char *number,
                                            std::size_t count) {
-  // A limb from elsewhere may have a digit more than it should.
-  char whole[kMember<N>.digits + 2 + 1];
+  // The high limb from elsewhere may have a digit more than it should.
+  char whole[kMember<N>.digits + 1 + 1];
   wide::to_text_fixed<N>(whole, number, 0);
   const std::size_t length = std::strlen(whole);
   const std::size_t zeros = length < count ? count - length : 0;

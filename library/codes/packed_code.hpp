@@ -108,7 +108,7 @@ inline int save_by_character(unsigned char *dest, const char *text, int n, int o
     fill = positions - count.length;
 
   for (std::size_t dropped = 0; dropped < cut; ++dropped) next_code(text);
-  const std::size_t stored = std::min(count.length - cut, positions);
+  const std::size_t stored = std::min(count.length, positions);
   const std::size_t end = fill + stored;
   std::size_t at = 0;
   for (; at < end; at += 4) {
