@@ -21,6 +21,7 @@ class Buffer {
   void end(const char *at) { size_ = static_cast<std::size_t>(at - data_.get()); }
 
   void append(std::string_view bytes) {
+    if (bytes.empty()) return;
     std::memcpy(reserve(bytes.size()), bytes.data(), bytes.size());
     size_ += bytes.size();
   }
