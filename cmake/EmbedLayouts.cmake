@@ -20,7 +20,7 @@ foreach(file ${files})
 endforeach()
 file(WRITE ${OUT} "#include \"layout/ready_texts.hpp\"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 const ReadyText *ready_texts() {
   static const ReadyText texts[] = {
@@ -29,5 +29,5 @@ ${body}    {nullptr, nullptr},
   return texts;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records
 ")

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace campotipo::tool;
+using namespace campotipo::records;
 
 const Layout &layout() {
   static const auto known = parse_layout(
@@ -29,7 +29,7 @@ const Layout &layout() {
 // Everything that comes of a file, as one text.
 std::string loaded(const std::string &path, std::size_t block) {
   std::string records;
-  Tally lost;
+  FindingCounts lost;
   std::uint64_t rows = 0;
   std::uint64_t lines = 0;
   std::string fault;
@@ -56,9 +56,9 @@ std::string loaded(const std::string &path, std::size_t block) {
   } catch (const Error &failure) {
     fault = failure.what();
   }
-  for (const Tally::Line &line : lost.lines()) {
+  for (const FindingCounts::Line &line : lost.lines()) {
     records += "\n" + line.field + " " + line.what + " " + std::to_string(line.entry.count);
-    for (const Place &place : line.entry.places) {
+    for (const Location &place : line.entry.places) {
       records +=
           " " + std::to_string(place.record) + "@" + std::to_string(place.line) + " " + place.value;
     }

@@ -12,10 +12,11 @@
 #include "fuzz/load_back.hpp"
 #include "layout/reader.hpp"
 #include "pictures/drawings.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 
 namespace {
 
+using namespace campotipo::records;
 using namespace campotipo::tool;
 
 void require(bool holds) {
@@ -26,7 +27,8 @@ void require(bool holds) {
 std::string record_of(const Layout &layout, const RecordType &type, std::uint32_t seed) {
   std::string bytes(type.bytes, '\0');
   for (char &c : bytes) c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
-  for (const Field &fill : type.fill) bytes.replace(fill.offset, fill.bytes, fill.params.fill);
+  for (const Field &filler : type.fillers)
+    bytes.replace(filler.offset, filler.bytes, filler.params.fill);
   auto *record = reinterpret_cast<unsigned char *>(bytes.data());
   for (const Field &field : type.fields) {
     if (field_fault(field, record) == nullptr) continue;
@@ -41,8 +43,8 @@ std::string record_of(const Layout &layout, const RecordType &type, std::uint32_
 }
 
 void come_back(const Layout &layout) {
-  const auto csv = csv_programs(layout, layout.columns, false, "\r\n");
-  const auto json = json_programs(layout, layout.columns, true);
+  const auto csv = csv_writers(layout, layout.columns, false, "\r\n");
+  const auto json = json_writers(layout, layout.columns, true);
   Buffer text;
   Buffer other;
   std::string records;

@@ -12,16 +12,16 @@
 namespace campotipo::fuzz {
 
 // The records of a CSV file that the tool wrote itself: every value comes back whole.
-inline std::string load_back(const tool::Layout &layout, const std::string &csv,
+inline std::string load_back(const records::Layout &layout, const std::string &csv,
                              std::size_t block) {
   const MemoryFile file(reinterpret_cast<const std::uint8_t *>(csv.data()), csv.size());
-  tool::Input input(file.path());
-  tool::CsvStream stream(input, block);
+  records::Input input(file.path());
+  records::CsvStream stream(input, block);
   std::vector<std::string> header;
   if (!stream.header(header)) std::abort();
-  const tool::Loader loader(layout, header, {}, "fuzz");
+  const records::Loader loader(layout, header, {}, "fuzz");
   std::string records;
-  tool::LoadedBlock loaded;
+  records::LoadedBlock loaded;
   while (stream.read(loaded.csv)) {
     loader.load(loaded);
     if (!loaded.lost.empty() || !loaded.fault.empty()) std::abort();

@@ -9,14 +9,14 @@
 #include <string>
 
 #include "files/stream.hpp"
-#include "findings/examiner.hpp"
+#include "findings/validator.hpp"
 #include "fuzz/load_back.hpp"
 #include "layout/reader.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 
 namespace {
 
-using namespace campotipo::tool;
+using namespace campotipo::records;
 
 const char *const kLayouts[] = {
     "name='r'\n[[field]]\nname='a'\ntype='CODALF05'\n[[field]]\nname='b'\ntype='CODSTR'\nbytes=3\n"
@@ -43,12 +43,12 @@ struct Told {
   explicit Told(const char *toml)
       : layout(parse_layout(toml, "fuzz")),
         header(csv_header(layout, layout.columns, false, "\r\n")),
-        csv(csv_programs(layout, layout.columns, false, "\r\n")),
-        json(json_programs(layout, layout.columns, true)) {}
+        csv(csv_writers(layout, layout.columns, false, "\r\n")),
+        json(json_writers(layout, layout.columns, true)) {}
   Layout layout;
   std::string header;
-  std::vector<Program> csv;
-  std::vector<Program> json;
+  std::vector<RowWriter> csv;
+  std::vector<RowWriter> json;
 };
 
 const Told &told(std::size_t which) {
@@ -66,7 +66,7 @@ bool well_formed(const RecordBlock &block, const RecordBlock::Record &record) {
   };
   const RecordType &type = *record.type;
   return std::all_of(type.fields.begin(), type.fields.end(), good) &&
-         std::all_of(type.fill.begin(), type.fill.end(), good);
+         std::all_of(type.fillers.begin(), type.fillers.end(), good);
 }
 
 // What the file holds: its records and faults as one text, and the well-formed records as they
@@ -81,14 +81,14 @@ Content content(const Told &how, const std::string &path, std::size_t size) {
   const Layout &layout = how.layout;
   Input input(path);
   RecordStream stream(input, layout, {}, size);
-  Examiner examiner(layout, "fuzz");
+  Validator validator(layout, "fuzz");
   RecordBlock block;
   Buffer json;
   std::string faults;
   Content result;
   result.csv.append(how.header);
-  while (stream.fill(block)) {
-    examiner.add(block);
+  while (stream.read(block)) {
+    validator.add(block);
     for (const RecordBlock::Record &record : block.records) {
       const auto kind = static_cast<std::size_t>(record.type - layout.types.data());
       how.json[kind].run(block.record(record), json);
@@ -102,15 +102,15 @@ Content content(const Told &how, const std::string &path, std::size_t size) {
   }
   // Which of a field and a record was first found at fault may depend on the blocks.
   std::set<std::string> findings;
-  for (const Tally::Line &line : examiner.findings().lines()) {
+  for (const FindingCounts::Line &line : validator.findings().lines()) {
     std::string text = line.field + " " + line.what + " " + std::to_string(line.entry.count);
-    for (const Place &place : line.entry.places) {
+    for (const Location &place : line.entry.places) {
       text += " " + std::to_string(place.record) + "@" + std::to_string(place.offset) + place.value;
     }
     findings.insert(text + "\n");
   }
   for (const std::string &line : findings) result.all += line;
-  examiner.json();
+  validator.json();
   result.all += faults + std::string(json.view());
   return result;
 }

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -123,4 +123,4 @@ void export_batch(Batch &batch, ArrowArray *out) {
   batch.clear();
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -181,4 +181,4 @@ void Batch::append(const RecordRows &rows) {
   rows_ += rows.count;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,7 +9,7 @@
 
 #include "columns/plan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Memory that a C consumer frees: grown by doubling, never cleared.
 class Bytes {
@@ -86,4 +86,4 @@ class Batch {
   bool faults_ = false;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

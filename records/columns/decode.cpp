@@ -4,7 +4,7 @@
 #include "columns/kernels.hpp"
 #include "columns/parts.hpp"
 
-namespace campotipo::tool::CAMPOTIPO_KERNELS_NAMESPACE {
+namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE {
 
 namespace {
 
@@ -237,4 +237,4 @@ Decode decode(const FieldType &type, const ColumnType &column) {
   return text;
 }
 
-}  // namespace campotipo::tool::CAMPOTIPO_KERNELS_NAMESPACE
+}  // namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace baseline {
 Decode decode(const FieldType &type, const ColumnType &column);
@@ -40,4 +40,4 @@ const Kernels &kernels() {
 #endif
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -7,7 +7,7 @@
 #include "kinds/type.hpp"
 
 // The inner loops of the columns: one call decodes a field of many records.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Where the records of a block stand.
 struct DecodeInput {
@@ -41,4 +41,4 @@ struct Kernels {
 // CAMPOTIPO_KERNELS=plain asks for those that every x86-64 runs.
 const Kernels &kernels();
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -3,7 +3,7 @@
 #include "kinds/bits.hpp"
 #include "kinds/dates.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -53,4 +53,4 @@ std::int32_t second_of_day(const unsigned char *field, ColumnForm form) {
   return form == ColumnForm::kMinutes ? times::minutes(field) * 60 : times::seconds(field);
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

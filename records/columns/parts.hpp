@@ -6,7 +6,7 @@
 
 // Values as the library reads them, for the kernels: called, so that what is compiled for newer
 // processors holds no code that others share.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The number in a part of a bit area.
 std::uint64_t bit_part(const unsigned char *area, const Params &p);
@@ -20,4 +20,4 @@ DayState civil_day(const unsigned char *field, const FieldType &type, const Para
 
 std::int32_t second_of_day(const unsigned char *field, ColumnForm form);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

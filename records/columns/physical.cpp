@@ -4,7 +4,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -97,4 +97,4 @@ ColumnType column_type(const Field &field, Wide wide, Times times) {
   return {};
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -5,7 +5,7 @@
 
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // How the values of a column lie in memory: the types that every engine takes.
 enum class Physical : std::uint8_t {
@@ -41,4 +41,4 @@ struct ColumnType {
 // Throws an Error where Wide::kDecimal128 is asked for a field with more than 38 decimals.
 ColumnType column_type(const Field &field, Wide wide, Times times);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -3,7 +3,7 @@
 #include "errors/error.hpp"
 #include "text/nearest.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -91,4 +91,4 @@ ColumnPlan column_plan(const Layout &layout, const ColumnOptions &options) {
   return plan;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

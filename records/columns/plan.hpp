@@ -7,7 +7,7 @@
 #include "columns/physical.hpp"
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 struct ColumnOptions {
   std::string kind;                 // empty: the only one, or the main one
@@ -45,4 +45,4 @@ ColumnPlan column_plan(const Layout &layout, const ColumnOptions &options);
 // The kind that a name stands for: where it is empty, the only one or the main one.
 const RecordType &kind_for(const Layout &layout, const std::string &name);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 enum class ErrorCode {
   kArgument,  // what was asked for cannot be done
@@ -39,4 +39,4 @@ class Error : public std::exception {
   std::string text_;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,10 +9,10 @@
 #include "face/errors.hpp"
 #include "face/objects.hpp"
 
-namespace tool = campotipo::tool;
-namespace face = campotipo::tool::face;
+namespace records = campotipo::records;
+namespace face = campotipo::records::face;
 
-namespace campotipo::tool::face {
+namespace campotipo::records::face {
 
 int physical_of(Physical physical) { return static_cast<int>(physical) + 1; }
 
@@ -215,7 +215,7 @@ void decode(const Field &field, const ColumnType &type, const unsigned char *con
 }
 
 }  // namespace
-}  // namespace campotipo::tool::face
+}  // namespace campotipo::records::face
 
 extern "C" {
 
@@ -228,10 +228,10 @@ campotipo_status campotipo_decode(const campotipo_layout *layout, size_t kind, s
     }
     face::check_size(column, "column");
     if (kind >= layout->layout->types.size()) face::refuse("no such kind");
-    const tool::RecordType &type = layout->layout->types[kind];
+    const records::RecordType &type = layout->layout->types[kind];
     if (field >= type.fields.size()) face::refuse("no such field");
-    const tool::Field &known = type.fields[field];
-    face::decode(known, tool::column_type(known, face::wide_of(wide), tool::Times::kSeconds),
+    const records::Field &known = type.fields[field];
+    face::decode(known, records::column_type(known, face::wide_of(wide), records::Times::kSeconds),
                  records, count, *column);
     return CAMPOTIPO_OK;
   });
@@ -254,7 +254,8 @@ campotipo_status campotipo_stream_schema(const campotipo_layout *layout,
                                          struct ArrowSchema *out, campotipo_error *error) {
   return face::guarded(error, [&] {
     if (layout == nullptr || out == nullptr) face::refuse("layout and out have to be told");
-    tool::export_schema(tool::column_plan(*layout->layout, face::options_of(options).columns), out);
+    records::export_schema(records::column_plan(*layout->layout, face::options_of(options).columns),
+                           out);
     return CAMPOTIPO_OK;
   });
 }

@@ -5,7 +5,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool::face {
+namespace campotipo::records::face {
 
 namespace {
 
@@ -82,4 +82,4 @@ campotipo_status tell_current(campotipo_error *out) {
   }
 }
 
-}  // namespace campotipo::tool::face
+}  // namespace campotipo::records::face

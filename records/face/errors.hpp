@@ -9,7 +9,7 @@
 #include "errors/error.hpp"
 
 // Where exceptions end: what the C face gives instead.
-namespace campotipo::tool::face {
+namespace campotipo::records::face {
 
 campotipo_status tell(campotipo_error *out, const Error &error);
 
@@ -37,4 +37,4 @@ void check_size(const Structure *structure, const char *name) {
   }
 }
 
-}  // namespace campotipo::tool::face
+}  // namespace campotipo::records::face

@@ -8,8 +8,8 @@
 #include "layout/reader.hpp"
 #include "layout/ready.hpp"
 
-namespace tool = campotipo::tool;
-namespace face = campotipo::tool::face;
+namespace records = campotipo::records;
+namespace face = campotipo::records::face;
 
 extern "C" {
 
@@ -17,8 +17,8 @@ campotipo_status campotipo_layout_open(const char *place, campotipo_layout **lay
                                        campotipo_error *error) {
   return face::guarded(error, [&] {
     if (place == nullptr || layout == nullptr) face::refuse("place and layout have to be told");
-    *layout =
-        new campotipo_layout{std::make_shared<const tool::Layout>(tool::layout_at_place(place))};
+    *layout = new campotipo_layout{
+        std::make_shared<const records::Layout>(records::layout_at_place(place))};
     return CAMPOTIPO_OK;
   });
 }
@@ -27,8 +27,8 @@ campotipo_status campotipo_layout_parse(const char *text, size_t bytes, const ch
                                         campotipo_layout **layout, campotipo_error *error) {
   return face::guarded(error, [&] {
     if (text == nullptr || layout == nullptr) face::refuse("text and layout have to be told");
-    *layout = new campotipo_layout{std::make_shared<const tool::Layout>(
-        tool::parse_layout({text, bytes}, name != nullptr ? name : "layout"))};
+    *layout = new campotipo_layout{std::make_shared<const records::Layout>(
+        records::parse_layout({text, bytes}, name != nullptr ? name : "layout"))};
     return CAMPOTIPO_OK;
   });
 }
@@ -36,10 +36,10 @@ campotipo_status campotipo_layout_parse(const char *text, size_t bytes, const ch
 void campotipo_layout_free(campotipo_layout *layout) { delete layout; }
 
 const char *campotipo_layout_ready(const char *name) {
-  return name == nullptr ? nullptr : tool::ready_layout(name);
+  return name == nullptr ? nullptr : records::ready_layout(name);
 }
 
-const char *campotipo_layout_ready_name(size_t at) { return tool::ready_layout_name(at); }
+const char *campotipo_layout_ready_name(size_t at) { return records::ready_layout_name(at); }
 
 const char *campotipo_layout_name(const campotipo_layout *layout) {
   return layout->layout->name.c_str();
@@ -54,7 +54,7 @@ campotipo_status campotipo_layout_kind(const campotipo_layout *layout, size_t ki
   if (out == nullptr || out->size < sizeof *out || kind >= layout->layout->types.size()) {
     return CAMPOTIPO_ARGUMENT;
   }
-  const tool::RecordType &type = layout->layout->types[kind];
+  const records::RecordType &type = layout->layout->types[kind];
   out->name = type.name.c_str();
   out->bytes = type.bytes;
   out->fields = type.fields.size();
@@ -66,7 +66,8 @@ campotipo_status campotipo_layout_find_kind(const campotipo_layout *layout, cons
                                             size_t *kind, campotipo_error *error) {
   return face::guarded(error, [&] {
     if (layout == nullptr || kind == nullptr) face::refuse("layout and kind have to be told");
-    const tool::RecordType &type = tool::kind_for(*layout->layout, name != nullptr ? name : "");
+    const records::RecordType &type =
+        records::kind_for(*layout->layout, name != nullptr ? name : "");
     *kind = static_cast<size_t>(&type - layout->layout->types.data());
     return CAMPOTIPO_OK;
   });
@@ -77,11 +78,11 @@ campotipo_status campotipo_layout_field(const campotipo_layout *layout, size_t k
   return face::guarded(nullptr, [&] {
     if (out == nullptr || out->size < sizeof *out) return CAMPOTIPO_ARGUMENT;
     if (kind >= layout->layout->types.size()) return CAMPOTIPO_ARGUMENT;
-    const tool::RecordType &type = layout->layout->types[kind];
+    const records::RecordType &type = layout->layout->types[kind];
     if (field >= type.fields.size()) return CAMPOTIPO_ARGUMENT;
-    const tool::Field &known = type.fields[field];
-    const tool::ColumnType column =
-        tool::column_type(known, face::wide_of(wide), tool::Times::kSeconds);
+    const records::Field &known = type.fields[field];
+    const records::ColumnType column =
+        records::column_type(known, face::wide_of(wide), records::Times::kSeconds);
     out->name = known.flat.c_str();
     out->type = known.type->name;
     out->family = known.type->family;
@@ -90,7 +91,7 @@ campotipo_status campotipo_layout_field(const campotipo_layout *layout, size_t k
     out->physical = face::physical_of(column.physical);
     out->precision = column.precision;
     out->scale = column.scale;
-    out->room = column.physical == tool::Physical::kUtf8 ? known.type->room(known.params) : 0;
+    out->room = column.physical == records::Physical::kUtf8 ? known.type->room(known.params) : 0;
     return CAMPOTIPO_OK;
   });
 }

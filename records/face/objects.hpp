@@ -13,24 +13,25 @@
 // What the handles of the C face are.
 
 struct campotipo_layout {
-  std::shared_ptr<const campotipo::tool::Layout> layout;
+  std::shared_ptr<const campotipo::records::Layout> layout;
 };
 
 struct campotipo_reader {
-  std::shared_ptr<const campotipo::tool::Layout> layout;
-  std::unique_ptr<campotipo::tool::Source> source;
-  std::unique_ptr<campotipo::tool::RecordStream> stream;
+  std::shared_ptr<const campotipo::records::Layout> layout;
+  std::unique_ptr<campotipo::records::Source> source;
+  std::unique_ptr<campotipo::records::RecordStream> stream;
   bool skip = false;
   bool ended = false;
   std::uint64_t skipped = 0;
-  std::unique_ptr<campotipo::tool::Error> pending;  // told once the records in front are handed out
-  campotipo::tool::RecordBlock block;
+  std::unique_ptr<campotipo::records::Error>
+      pending;  // told once the records in front are handed out
+  campotipo::records::RecordBlock block;
   std::vector<const unsigned char *> records;
   std::vector<std::uint64_t> numbers;
   std::vector<std::uint32_t> kinds;
 };
 
-namespace campotipo::tool::face {
+namespace campotipo::records::face {
 
 // The next block that has records, in `reader.block`; false at the end. Throws what is wrong.
 bool next_block(campotipo_reader &reader);
@@ -40,4 +41,4 @@ Wide wide_of(int wide);
 
 std::unique_ptr<Source> open_source(const campotipo_input *input);
 
-}  // namespace campotipo::tool::face
+}  // namespace campotipo::records::face

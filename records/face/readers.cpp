@@ -10,10 +10,10 @@
 #include "files/sources.hpp"
 #include "files/splits.hpp"
 
-namespace tool = campotipo::tool;
-namespace face = campotipo::tool::face;
+namespace records = campotipo::records;
+namespace face = campotipo::records::face;
 
-namespace campotipo::tool::face {
+namespace campotipo::records::face {
 
 std::unique_ptr<Source> open_source(const campotipo_input *input) {
   check_size(input, "input");
@@ -63,7 +63,7 @@ bool next_block(campotipo_reader &reader) {
       reader.ended = true;
       throw Error(*reader.pending);
     }
-    if (!reader.stream->fill(reader.block)) {
+    if (!reader.stream->read(reader.block)) {
       reader.ended = true;
       break;
     }
@@ -76,7 +76,7 @@ bool next_block(campotipo_reader &reader) {
   return false;
 }
 
-}  // namespace campotipo::tool::face
+}  // namespace campotipo::records::face
 
 extern "C" {
 
@@ -90,8 +90,8 @@ campotipo_status campotipo_reader_open(const campotipo_layout *layout, const cam
     made->layout = layout->layout;
     made->source = face::open_source(input);
     made->skip = (flags & CAMPOTIPO_SKIP) != 0;
-    made->stream =
-        std::make_unique<tool::RecordStream>(*made->source, *made->layout, face::range_of(range));
+    made->stream = std::make_unique<records::RecordStream>(*made->source, *made->layout,
+                                                           face::range_of(range));
     *reader = made.release();
     return CAMPOTIPO_OK;
   });
@@ -105,13 +105,13 @@ campotipo_status campotipo_reader_next(campotipo_reader *reader, campotipo_block
     if (reader == nullptr) face::refuse("reader has to be told");
     face::check_size(block, "block");
     if (!face::next_block(*reader)) return CAMPOTIPO_END;
-    const tool::RecordBlock &from = reader->block;
+    const records::RecordBlock &from = reader->block;
     const std::size_t count = from.records.size();
     reader->records.resize(count);
     reader->numbers.resize(count);
     reader->kinds.resize(count);
     for (std::size_t i = 0; i < count; ++i) {
-      const tool::RecordBlock::Record &record = from.records[i];
+      const records::RecordBlock::Record &record = from.records[i];
       reader->records[i] = from.record(record);
       reader->numbers[i] = from.number(record);
       reader->kinds[i] = static_cast<std::uint32_t>(record.type - reader->layout->types.data());
@@ -135,8 +135,8 @@ campotipo_status campotipo_splits(const campotipo_layout *layout, const campotip
     if (layout == nullptr || out == nullptr || made == nullptr || wanted == 0) {
       face::refuse("layout, wanted, out and made have to be told");
     }
-    const std::unique_ptr<tool::Source> source = face::open_source(input);
-    const auto ranges = tool::splits(*layout->layout, *source, wanted);
+    const std::unique_ptr<records::Source> source = face::open_source(input);
+    const auto ranges = records::splits(*layout->layout, *source, wanted);
     for (std::size_t i = 0; i < ranges.size(); ++i) {
       const bool open = ranges[i].count == std::numeric_limits<std::uint64_t>::max();
       out[i] = {sizeof *out, ranges[i].from, open ? 0 : ranges[i].count, ranges[i].byte};

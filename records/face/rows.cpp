@@ -3,17 +3,17 @@
 #include "columns/plan.hpp"
 #include "face/errors.hpp"
 #include "face/objects.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 
-namespace tool = campotipo::tool;
-namespace face = campotipo::tool::face;
+namespace records = campotipo::records;
+namespace face = campotipo::records::face;
 
 struct campotipo_rows {
   std::unique_ptr<campotipo_reader> reader;
-  std::vector<tool::Program> programs;  // one a kind
-  const tool::RecordType *kind = nullptr;
+  std::vector<records::RowWriter> writers;  // one a kind
+  const records::RecordType *kind = nullptr;
   std::string header;
-  tool::Buffer text;
+  records::Buffer text;
 };
 
 namespace {
@@ -37,17 +37,18 @@ std::unique_ptr<campotipo_rows> rows_of(campotipo_reader *reader,
   if (told.format != CAMPOTIPO_ROWS_CSV && told.format != CAMPOTIPO_ROWS_NDJSON) {
     face::refuse("format is not known");
   }
-  const tool::Layout &layout = *reader->layout;
+  const records::Layout &layout = *reader->layout;
   auto rows = std::make_unique<campotipo_rows>();
-  if (told.kind != nullptr && *told.kind != '\0') rows->kind = &tool::kind_for(layout, told.kind);
-  const auto columns = tool::chosen_columns(layout, names_of(told));
+  if (told.kind != nullptr && *told.kind != '\0')
+    rows->kind = &records::kind_for(layout, told.kind);
+  const auto columns = records::chosen_columns(layout, names_of(told));
   const bool hex = told.hex != 0;
   const std::string end = told.line_feeds != 0 ? "\n" : "\r\n";
   if (told.format == CAMPOTIPO_ROWS_NDJSON) {
-    rows->programs = tool::json_programs(layout, columns, hex);
+    rows->writers = records::json_writers(layout, columns, hex);
   } else {
-    rows->programs = tool::csv_programs(layout, columns, hex, end);
-    if (told.no_header == 0) rows->header = tool::csv_header(layout, columns, hex, end);
+    rows->writers = records::csv_writers(layout, columns, hex, end);
+    if (told.no_header == 0) rows->header = records::csv_header(layout, columns, hex, end);
   }
   return rows;
 }
@@ -81,12 +82,12 @@ campotipo_status campotipo_rows_next(campotipo_rows *rows, const char **text, si
     rows->header.clear();
     while (rows->text.empty()) {
       if (!face::next_block(*rows->reader)) return CAMPOTIPO_END;
-      const tool::RecordBlock &block = rows->reader->block;
-      const tool::RecordType *first = rows->reader->layout->types.data();
-      for (const tool::RecordBlock::Record &record : block.records) {
+      const records::RecordBlock &block = rows->reader->block;
+      const records::RecordType *first = rows->reader->layout->types.data();
+      for (const records::RecordBlock::Record &record : block.records) {
         if (rows->kind != nullptr && record.type != rows->kind) continue;
-        rows->programs[static_cast<std::size_t>(record.type - first)].run(block.record(record),
-                                                                          rows->text);
+        rows->writers[static_cast<std::size_t>(record.type - first)].run(block.record(record),
+                                                                         rows->text);
       }
     }
     *text = rows->text.view().data();

@@ -10,7 +10,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 Input::Input(const std::string &path, Use use, const std::string &name) {
   const bool twice = use == Use::kTwice;
@@ -63,4 +63,4 @@ bool Input::skip(std::uint64_t bytes) {
   return size_ != 0 && lseek(fd_, static_cast<off_t>(bytes), SEEK_CUR) >= 0;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -7,7 +7,7 @@
 
 #include "files/source.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // A file, or standard input where the path is empty or "-". Refuses a directory, with an Error.
 class Input : public Source {
@@ -42,4 +42,4 @@ class Input : public Source {
   std::uint64_t left_ = std::numeric_limits<std::uint64_t>::max();  // that may still be read
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

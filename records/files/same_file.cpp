@@ -5,7 +5,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -28,4 +28,4 @@ void refuse_same_file(const std::string &in, const std::string &out) {
                   ": is a file that is read, another was expected for the output");
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Bytes that are read from the front to the end.
 class Source {
@@ -30,4 +30,4 @@ class Source {
   virtual const std::string &name() const = 0;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -8,7 +8,7 @@
 #include "files/source.hpp"
 
 // Bytes that are in memory, or that a host hands over.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 class MemorySource : public Source {
  public:
@@ -84,4 +84,4 @@ class CallbackSource : public Source {
   bool ended_ = false;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -4,7 +4,7 @@
 
 #include "errors/error.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -80,7 +80,7 @@ std::vector<Range> splits(const Layout &layout, Source &source, std::size_t want
   RecordStream stream(source, layout);
   RecordBlock block;
   std::uint64_t end = 0;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     for (const RecordBlock::Record &record : block.records) {
       // In front of what tells its length.
       marks.add(block.number(record),
@@ -91,4 +91,4 @@ std::vector<Range> splits(const Layout &layout, Source &source, std::size_t want
   return marks.ranges(wanted, end);
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

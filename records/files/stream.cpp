@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 // How much longer than told a record may be for what stands behind it to be read on.
@@ -197,7 +197,7 @@ void RecordStream::finish(RecordBlock &block, std::size_t at) {
   }
 }
 
-bool RecordStream::fill(RecordBlock &block) {
+bool RecordStream::read(RecordBlock &block) {
   block.records.clear();
   block.faults.clear();
   if (!begun_) begin(block);
@@ -212,4 +212,4 @@ bool RecordStream::fill(RecordBlock &block) {
   return !block.faults.empty();
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

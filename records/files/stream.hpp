@@ -8,7 +8,7 @@
 #include "files/source.hpp"
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Where the bytes of a file do not follow its layout.
 struct StreamFault {
@@ -62,7 +62,7 @@ class RecordStream {
   RecordStream(Source &input, const Layout &layout, Range range, std::size_t block = 256U << 10);
 
   // The next records; false when there are no more and no fault is left to tell.
-  bool fill(RecordBlock &block);
+  bool read(RecordBlock &block);
 
  private:
   void begin(RecordBlock &block);
@@ -92,4 +92,4 @@ class RecordStream {
   bool done_ = false;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

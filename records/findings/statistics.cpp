@@ -7,7 +7,7 @@
 
 #include "text/utf8.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -132,4 +132,4 @@ void FieldStatistics::add(const unsigned char *record) {
   measured_ = true;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,7 +9,7 @@
 
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // How many different values there are: exact up to 8192, then estimated from the leading zeros of
 // their hashes in 16384 registers. The standard error of the estimate is 0.81%, so that it lies
@@ -83,4 +83,4 @@ class FieldStatistics {
   double high_ = 0;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -10,7 +10,7 @@
 #include "kinds/type.hpp"
 
 // Bit areas, GUIDs and unused bytes.
-namespace campotipo::tool::bits {
+namespace campotipo::records::bits {
 
 // A part of a bit area is shown as a number, which has at most so many bits.
 constexpr int kWidest = 64;
@@ -141,4 +141,4 @@ constexpr FieldType fill(const char *name) {
   return type;
 }
 
-}  // namespace campotipo::tool::bits
+}  // namespace campotipo::records::bits

@@ -7,7 +7,7 @@
 
 #include "text/ascii.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -91,4 +91,4 @@ bool holds(const NamedCheck &check, std::string_view text) {
   return check.holds(clean.data(), 0) != 0;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

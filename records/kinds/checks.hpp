@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // A check of the digits that a text carries, by the name a layout gives it.
 struct NamedCheck {
@@ -30,4 +30,4 @@ std::string without_punctuation(std::string_view text);
 // zeros included, is not checked; a number that lost its leading zeros gets them back.
 bool holds(const NamedCheck &check, std::string_view text);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

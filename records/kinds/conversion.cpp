@@ -7,7 +7,7 @@
 
 #include "text/ascii.hpp"
 
-namespace campotipo::tool::conversion {
+namespace campotipo::records::conversion {
 
 namespace {
 
@@ -100,4 +100,4 @@ const char *digits(std::string_view text, std::size_t room) {
   return text.size() > room ? "more digits than the field holds" : nullptr;
 }
 
-}  // namespace campotipo::tool::conversion
+}  // namespace campotipo::records::conversion

@@ -5,7 +5,7 @@
 
 // What is lost where a text becomes a field, told by the text that the field gives back. Each gives
 // null where nothing is.
-namespace campotipo::tool::conversion {
+namespace campotipo::records::conversion {
 
 // The one loss that leaves a number of use: it is stored without those decimals.
 inline constexpr char kDecimalsCut[] = "more decimals than the field keeps";
@@ -26,4 +26,4 @@ inline bool same(std::string_view text, const char *back) {
   return std::strlen(back) == text.size() && std::memcmp(back, text.data(), text.size()) == 0;
 }
 
-}  // namespace campotipo::tool::conversion
+}  // namespace campotipo::records::conversion

@@ -8,7 +8,7 @@
 #include "text/ascii.hpp"
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -283,4 +283,4 @@ int minutes(const unsigned char *field) {
 int seconds(const unsigned char *field) { return (field[0] * 60 + field[1]) * 60 + field[2]; }
 
 }  // namespace times
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,7 +9,7 @@
 #include "kinds/type.hpp"
 
 // Dates and times of day.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The text form of a date: DD, MM and AAAA or AA among other characters.
 struct DatePattern {
@@ -126,4 +126,4 @@ constexpr FieldType hour_minute_second(const char *name) {
 }
 
 }  // namespace times
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -7,7 +7,7 @@
 #include "kinds/numbers.hpp"
 
 // Percents and money values.
-namespace campotipo::tool::money {
+namespace campotipo::records::money {
 
 // The text without the percent sign, which a reader of CSV would take for a part of a word.
 template <int Bytes, int Decimals, auto Edit>
@@ -108,4 +108,4 @@ constexpr FieldType money(const char *name, const char *form, const char *sql) {
   return type;
 }
 
-}  // namespace campotipo::tool::money
+}  // namespace campotipo::records::money

@@ -14,7 +14,7 @@
 #include "text/scan.hpp"
 
 // Numbers: binary ones, wide quantities, percents and money. All have a decimal text.
-namespace campotipo::tool::numbers {
+namespace campotipo::records::numbers {
 
 constexpr int kMaxDecimals = 50;
 
@@ -155,4 +155,4 @@ constexpr FieldType quantity(const char *name) {
   return type;
 }
 
-}  // namespace campotipo::tool::numbers
+}  // namespace campotipo::records::numbers

@@ -13,7 +13,7 @@
 #include "kinds/texts.hpp"
 #include "kinds/type.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -109,4 +109,4 @@ bool is_bit_area(const FieldType &type) { return (type.keys & kBits) != 0; }
 
 bool is_fill(const FieldType &type) { return (type.keys & kValue) != 0; }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

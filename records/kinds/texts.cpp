@@ -3,7 +3,7 @@
 #include "text/ascii.hpp"
 #include "text/scan.hpp"
 
-namespace campotipo::tool::texts {
+namespace campotipo::records::texts {
 
 char *put_any_code(char *out, const unsigned char *field, const Params &p) {
   CODALFA_extrai(out, field, p.n);
@@ -72,4 +72,4 @@ const char *string_fault(const unsigned char *field, const Params &p) {
   return p.charset->knows({text, length}) ? nullptr : "a byte that is no character";
 }
 
-}  // namespace campotipo::tool::texts
+}  // namespace campotipo::records::texts

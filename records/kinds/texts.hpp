@@ -12,7 +12,7 @@
 #include "text/scan.hpp"
 
 // Texts: packed codes, plain strings and digit strings.
-namespace campotipo::tool::texts {
+namespace campotipo::records::texts {
 
 // Stores a text in a plain string, through the character set of the record.
 const char *take_string(unsigned char *field, PaddedText text, const Params &p);
@@ -187,4 +187,4 @@ constexpr FieldType digits(const char *name) {
   return type;
 }
 
-}  // namespace campotipo::tool::texts
+}  // namespace campotipo::records::texts

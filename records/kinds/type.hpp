@@ -8,7 +8,7 @@
 
 #include "text/padded.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 class Charset;
 struct DatePattern;
@@ -125,4 +125,4 @@ const FieldType *field_type(std::string_view name);
 bool is_bit_area(const FieldType &type);
 bool is_fill(const FieldType &type);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

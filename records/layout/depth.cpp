@@ -4,7 +4,7 @@
 
 #include "layout/toml_table.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -94,4 +94,4 @@ class DepthScan {
 
 void check_depth(std::string_view text, const std::string &name) { DepthScan(text, name).run(); }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -10,7 +10,7 @@
 #include "text/charset.hpp"
 #include "text/nearest.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -158,4 +158,4 @@ TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
   return field;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

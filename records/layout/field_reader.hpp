@@ -6,7 +6,7 @@
 #include "layout/layout.hpp"
 #include "layout/toml_table.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // What a layout tells for all its fields.
 struct FieldDefaults {
@@ -25,4 +25,4 @@ struct TypedField {
 // Reads the keys of a type from a table that has a `type`.
 TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

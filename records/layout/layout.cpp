@@ -5,7 +5,7 @@
 
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -72,4 +72,4 @@ const char *field_fault(const Field &field, const unsigned char *record) {
   return "does not come back from its text";
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

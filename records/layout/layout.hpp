@@ -9,7 +9,7 @@
 #include "kinds/checks.hpp"
 #include "kinds/type.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The column and the member of JSON that tell the kind of a record, where there are several.
 constexpr const char *kKindColumn = "record";
@@ -50,8 +50,8 @@ struct Column {
 // One kind of record.
 struct RecordType {
   std::string name;
-  std::vector<Field> fields;  // those that have a text
-  std::vector<Field> fill;    // unused bytes
+  std::vector<Field> fields;   // those that have a text
+  std::vector<Field> fillers;  // unused bytes
   std::vector<Column> columns;
   std::size_t bytes = 0;
   bool main = false;              // the kind that is meant where none is told
@@ -108,4 +108,4 @@ std::string field_text(const Field &field, const unsigned char *record);
 
 bool field_empty(const Field &field, const unsigned char *record);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -11,7 +11,7 @@
 #include "layout/toml_table.hpp"
 #include "text/charset.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -219,4 +219,4 @@ Layout read_layout(const std::string &path) {
   return parse_layout(text, input.name());
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -5,7 +5,7 @@
 
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Reads a layout file; an Error tells file, line and what was expected.
 Layout read_layout(const std::string &path);
@@ -13,4 +13,4 @@ Layout read_layout(const std::string &path);
 // The same from a text, which messages call by the name given.
 Layout parse_layout(std::string_view text, const std::string &name);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,7 +9,7 @@
 #include "layout/ready_texts.hpp"
 #include "text/nearest.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 const char *ready_layout(const std::string &name) {
   for (const ReadyText *ready = ready_texts(); ready->name != nullptr; ++ready) {
@@ -37,4 +37,4 @@ Layout layout_at_place(const std::string &place) {
                                         (near.empty() ? "" : ", expected \"" + near + "\"?"));
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include "layout/layout.hpp"
 
 // Layouts of public formats whose texts are compiled in.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The text of the layout of this name; null where there is none.
 const char *ready_layout(const std::string &name);
@@ -18,4 +18,4 @@ const char *ready_layout_name(std::size_t at);
 // or the name of a ready one.
 Layout layout_at_place(const std::string &place);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 struct ReadyText {
   const char *name;
@@ -11,4 +11,4 @@ struct ReadyText {
 // last. The build makes it.
 const ReadyText *ready_texts();
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

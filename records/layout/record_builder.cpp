@@ -6,7 +6,7 @@
 #include "kinds/bits.hpp"
 #include "kinds/dates.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -178,7 +178,7 @@ void RecordBuilder::push(const TomlTable &table, Field field) {
   if (record_->bytes > kMostRecordBytes) {
     table.fault("", "the record is longer than 16 MiB, expected fewer bytes");
   }
-  auto &list = is_fill(*field.type) ? record_->fill : record_->fields;
+  auto &list = is_fill(*field.type) ? record_->fillers : record_->fields;
   if (list.size() >= kMostFields) {
     table.fault("", "the record has more than 20000 fields, expected fewer");
   }
@@ -241,4 +241,4 @@ void RecordBuilder::name_flat(const TomlTable &table) {
   }
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include "layout/field_reader.hpp"
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Lays the fields of a record behind one another, groups and repetitions unrolled.
 class RecordBuilder {
@@ -40,4 +40,4 @@ class RecordBuilder {
   const FieldDefaults *defaults_;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -7,7 +7,7 @@
 #include "text/ascii.hpp"
 #include "text/nearest.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -161,4 +161,4 @@ void TomlTable::finish() const {
   }
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

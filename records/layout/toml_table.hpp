@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Ends the reading of a layout: file, line, and what was expected.
 [[noreturn]] void layout_fault(const std::string &file, const toml::source_region &where,
@@ -68,4 +68,4 @@ class TomlTable {
   std::set<std::string, std::less<>> read_;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Bytes that are written at the end, with room made beforehand.
 class Buffer {
@@ -45,4 +45,4 @@ class Buffer {
   std::size_t capacity_ = 0;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

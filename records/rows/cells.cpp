@@ -2,14 +2,14 @@
 
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 Cells::Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex)
-    : layout_(&layout), programs_(csv_programs(layout, columns, hex, "\n")) {}
+    : layout_(&layout), writers_(csv_writers(layout, columns, hex, "\n")) {}
 
 std::vector<std::string> Cells::of(const RecordType &type, const unsigned char *record) {
   row_.clear();
-  programs_[static_cast<std::size_t>(&type - layout_->types.data())].run(record, row_);
+  writers_[static_cast<std::size_t>(&type - layout_->types.data())].run(record, row_);
   const std::string_view row = row_.view();
   block_.bytes.assign(row.begin(), row.end());
   block_.bytes.resize(row.size() + scan::kPadding);
@@ -21,4 +21,4 @@ std::vector<std::string> Cells::of(const RecordType &type, const unsigned char *
   return texts;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

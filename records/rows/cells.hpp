@@ -5,10 +5,10 @@
 
 #include "layout/layout.hpp"
 #include "rows/buffer.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 #include "text/csv.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The cells of a record as a row of CSV holds them, without its quotes.
 class Cells {
@@ -19,10 +19,10 @@ class Cells {
 
  private:
   const Layout *layout_;
-  std::vector<Program> programs_;
+  std::vector<RowWriter> writers_;
   Buffer row_;
   CsvBlock block_;
   std::vector<PaddedText> cells_;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

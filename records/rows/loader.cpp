@@ -7,7 +7,7 @@
 #include "errors/error.hpp"
 #include "text/nearest.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 std::string length_prefix(const Layout &layout, const RecordType &type) {
   const LengthPrefix &prefix = layout.prefix;
@@ -69,8 +69,8 @@ void Loader::make_kind(const RecordType &type) {
   const std::string prefix = length_prefix(*layout_, type);
   kind.blank = prefix + std::string(type.bytes, '\0');
   auto *record = reinterpret_cast<unsigned char *>(kind.blank.data()) + prefix.size();
-  for (const Field &fill : type.fill) {
-    std::copy(fill.params.fill.begin(), fill.params.fill.end(), record + fill.offset);
+  for (const Field &filler : type.fillers) {
+    std::copy(filler.params.fill.begin(), filler.params.fill.end(), record + filler.offset);
   }
   if (layout_->several()) kind.select = &type.fields[type.select];
   kind.cells.resize(header_.size());
@@ -197,7 +197,7 @@ bool Loader::load_row(LoadedBlock &block, const CsvRows &rows,
 
 void Loader::load(LoadedBlock &block, std::size_t places) const {
   block.records.clear();
-  block.lost = Tally(places);
+  block.lost = FindingCounts(places);
   block.rows = 0;
   block.fault.clear();
   CsvRows rows(block.csv);
@@ -215,4 +215,4 @@ void Loader::load(LoadedBlock &block, std::size_t places) const {
   block.fault_line = rows.line();
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,18 +6,18 @@
 #include <string_view>
 #include <vector>
 
-#include "findings/losses.hpp"
+#include "findings/finding_counts.hpp"
 #include "layout/layout.hpp"
 #include "rows/buffer.hpp"
 #include "text/csv.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // What became of the rows of a block. Records and lines are numbered from 1 on in the block.
 struct LoadedBlock {
   CsvBlock csv;
   Buffer records;
-  Tally lost;
+  FindingCounts lost;
   std::uint64_t rows = 0;
   std::uint64_t lines = 0;
   std::string fault;  // why the row behind the last one cannot be used; empty: none
@@ -34,7 +34,7 @@ class Loader {
          const std::vector<std::string> &ignored, const std::string &file);
 
   // Ends at a row that is no record. places: how many are kept of each loss.
-  void load(LoadedBlock &block, std::size_t places = Tally::kPlaces) const;
+  void load(LoadedBlock &block, std::size_t places = FindingCounts::kPlaces) const;
 
   // Columns of the layout that the file does not have.
   const std::vector<std::string> &missing() const { return missing_; }
@@ -78,4 +78,4 @@ class Loader {
 // The bytes that stand in front of a record of the kind.
 std::string length_prefix(const Layout &layout, const RecordType &type);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include <string_view>
 
 // Characters by their ASCII codes, whatever locale the process has set.
-namespace campotipo::tool::ascii {
+namespace campotipo::records::ascii {
 
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -54,4 +54,4 @@ inline bool from_hex(std::string_view digits, std::string &bytes) {
   return true;
 }
 
-}  // namespace campotipo::tool::ascii
+}  // namespace campotipo::records::ascii

@@ -11,7 +11,7 @@
 #include "text/scan.hpp"
 #include "text/utf8.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -142,4 +142,4 @@ std::shared_ptr<const Charset> charset_named(const std::string &name) {
   return charset;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The characters of the texts inside a record: one byte each, as iconv maps them to Unicode, or
 // UTF-8. Immutable, so that threads share it.
@@ -51,4 +51,4 @@ class Charset {
 // Charsets by name, each made once and kept.
 std::shared_ptr<const Charset> charset_named(const std::string &name);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include "errors/error.hpp"
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -184,4 +184,4 @@ bool CsvRows::next(std::vector<PaddedText> &cells) {
   return true;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -9,7 +9,7 @@
 #include "files/input.hpp"
 #include "text/padded.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Whole rows of a CSV file, in bytes that the reading of the cells changes in place.
 struct CsvBlock {
@@ -77,4 +77,4 @@ class CsvRows {
   const char *fault_ = nullptr;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -4,7 +4,7 @@
 
 #include "text/ascii.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -40,4 +40,4 @@ std::string nearest(std::string_view word, const std::vector<std::string> &list)
   return best;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

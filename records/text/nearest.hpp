@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // The word of a list nearest to a misspelt one, empty where none is near.
 std::string nearest(std::string_view word, const std::vector<std::string> &list);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

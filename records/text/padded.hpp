@@ -6,7 +6,7 @@
 
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // A text that a NUL and scan::kPadding readable bytes follow: it can be given to the library, which
 // looks for the NUL, and be scanned sixteen bytes at a time.
@@ -47,4 +47,4 @@ class PaddedString {
   std::string bytes_;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -6,7 +6,7 @@
 #include "text/scan.hpp"
 #include "text/utf8.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::string printable_lines(std::string_view text) {
   return out;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

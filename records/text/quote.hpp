@@ -5,7 +5,7 @@
 #include <string_view>
 
 // Texts that hold what the form around them uses itself.
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Puts quotes around the text from `text` to `end`, in place, as RFC 4180 wants them; gives the new
 // end. Twice the length and 2 bytes have to fit.
@@ -30,4 +30,4 @@ std::string printable(std::string_view text);
 // The same of a text of several lines, which keep their ends and tabs.
 std::string printable_lines(std::string_view text);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -7,7 +7,7 @@
 #include <cstdint>
 
 // Sixteen bytes at a time: what kinds of bytes a text holds.
-namespace campotipo::tool::scan {
+namespace campotipo::records::scan {
 
 // Texts given to these functions are followed by this many bytes that may be read (a PaddedText
 // is).
@@ -102,4 +102,4 @@ inline Number number(const char *text, std::size_t length) {
   return found;
 }
 
-}  // namespace campotipo::tool::scan
+}  // namespace campotipo::records::scan

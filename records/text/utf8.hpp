@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace campotipo::tool::utf8 {
+namespace campotipo::records::utf8 {
 
 constexpr char32_t kBad = 0xFFFFFFFF;
 
@@ -67,4 +67,4 @@ inline std::size_t length(std::string_view text) {
   return count;
 }
 
-}  // namespace campotipo::tool::utf8
+}  // namespace campotipo::records::utf8

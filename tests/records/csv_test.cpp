@@ -9,7 +9,7 @@
 #include "text/quote.hpp"
 #include "text/utf8.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
 namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
@@ -162,4 +162,4 @@ TEST(Utf8, RefusesWhatIsNoCharacter) {
 }
 
 }  // namespace
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

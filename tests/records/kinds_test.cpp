@@ -6,7 +6,7 @@
 #include "tests/records/tool_fixture.hpp"
 #include "text/ascii.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
 namespace {
 
 Layout one_field(const std::string &keys) {
@@ -290,4 +290,4 @@ TEST(Fields, NamedChecksLookAtTheDigits) {
 }
 
 }  // namespace
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

@@ -9,7 +9,9 @@
 #include "pictures/drawings.hpp"
 #include "tests/records/tool_fixture.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
+
+using namespace campotipo::tool;
 namespace {
 
 TEST(LayoutFile, PlacesGroupsRepetitionsAndParts) {
@@ -33,7 +35,7 @@ TEST(LayoutFile, PlacesGroupsRepetitionsAndParts) {
       "a@0 g_1.x_1@2 g_1.x_2@5 g_1.y.p@8 g_1.y.parte2@8 g_2.x_1@10 g_2.x_2@13 g_2.y.p@16 "
       "g_2.y.parte2@16 quando@21 z@23 ",
       places);
-  EXPECT_EQ("\xAB\xAB\xAB", record.fill[0].params.fill);
+  EXPECT_EQ("\xAB\xAB\xAB", record.fillers[0].params.fill);
   EXPECT_EQ(std::vector<std::size_t>({0, 9}), record.columns[0].fields);
   EXPECT_EQ(10U, layout.columns.size());
   EXPECT_EQ(4U, layout.header.bytes);
@@ -238,4 +240,4 @@ TEST(LayoutDrawings, MakeEveryMacroOnce) {
 }
 
 }  // namespace
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

@@ -9,16 +9,18 @@
 #include "commands/pipeline.hpp"
 #include "errors/error.hpp"
 #include "files/stream.hpp"
-#include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
+#include "findings/validator.hpp"
 #include "report/histogram.hpp"
 #include "rows/cells.hpp"
 #include "rows/loader.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 #include "terminal/output.hpp"
 #include "tests/records/tool_fixture.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
+
+using namespace campotipo::tool;
 namespace {
 
 struct Cut {
@@ -35,7 +37,7 @@ Cut cut(const std::string &toml, const std::string &file, RecordStream::Range ra
   RecordStream stream(input, layout, range, size);
   RecordBlock block;
   Cut result;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     for (const auto &record : block.records) {
       EXPECT_EQ(file.substr(block.place(record), record.type->bytes),
                 std::string(block.data() + long(record.at),
@@ -172,7 +174,7 @@ TEST(RecordStream, BlocksDoNotShow) {
 
 struct Loaded {
   std::string bytes;
-  Tally lost;
+  FindingCounts lost;
   std::string fault;  // "line: what"
 };
 
@@ -201,16 +203,16 @@ Loaded load(const Layout &layout, const std::string &csv, std::size_t block_size
 }
 
 std::string dump(const Layout &layout, const std::string &file,
-                 const std::vector<Program> &programs) {
+                 const std::vector<RowWriter> &writers) {
   const TemporaryFile stored(file);
   Input input(stored.path());
   RecordStream stream(input, layout);
   RecordBlock block;
   Buffer out;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     EXPECT_TRUE(block.faults.empty());
     for (const auto &record : block.records) {
-      programs[std::size_t(record.type - layout.types.data())].run(block.record(record), out);
+      writers[std::size_t(record.type - layout.types.data())].run(block.record(record), out);
     }
   }
   return std::string(out.view());
@@ -218,13 +220,14 @@ std::string dump(const Layout &layout, const std::string &file,
 
 std::string csv_of(const Layout &layout, const std::string &file, bool hex = false) {
   return csv_header(layout, layout.columns, hex, "\r\n") +
-         dump(layout, file, csv_programs(layout, layout.columns, hex, "\r\n"));
+         dump(layout, file, csv_writers(layout, layout.columns, hex, "\r\n"));
 }
 
 std::string random_record(const RecordType &type, Random &random) {
   std::vector<unsigned char> record(type.bytes);
-  for (const Field &fill : type.fill) {
-    std::copy(fill.params.fill.begin(), fill.params.fill.end(), record.begin() + long(fill.offset));
+  for (const Field &filler : type.fillers) {
+    std::copy(filler.params.fill.begin(), filler.params.fill.end(),
+              record.begin() + long(filler.offset));
   }
   for (const Field &field : type.fields) {
     EXPECT_EQ(nullptr, take(field, random_text(field, random), record.data())) << field.name;
@@ -330,8 +333,8 @@ TEST(Loader, TellsEveryLossWithLineAndRecord) {
     EXPECT_EQ("", loaded.fault);
     EXPECT_EQ(30U, loaded.bytes.size());
     std::string places;
-    for (const Tally::Line &line : loaded.lost.lines()) {
-      for (const Place &place : line.entry.places) {
+    for (const FindingCounts::Line &line : loaded.lost.lines()) {
+      for (const Location &place : line.entry.places) {
         places += line.field + "@" + std::to_string(place.line) + "#" +
                   std::to_string(place.record) + " ";
       }
@@ -386,7 +389,7 @@ TEST(Programs, JsonNestsGroupsAndRepetitions) {
       "a";
   record += std::string(layout.types[0].bytes - record.size(), '\0');
   const auto json = [&](const std::vector<std::string> &names) {
-    return dump(layout, record, json_programs(layout, chosen_columns(layout, names), false));
+    return dump(layout, record, json_writers(layout, chosen_columns(layout, names), false));
   };
   EXPECT_EQ(
       "{\"n\":[7,7],\"g\":[{\"x\":\"\\\"\\n\",\"b\":{\"parte1\":\"1\",\"parte2\":\"2\"}},"
@@ -418,7 +421,7 @@ TEST(Programs, ASharedColumnWithoutAValueIsAbsent) {
     ASSERT_TRUE(loaded.lost.empty());
     EXPECT_EQ(csv, csv_of(layout, loaded.bytes));
     EXPECT_EQ(row.json + std::string("\n"),
-              dump(layout, loaded.bytes, json_programs(layout, layout.columns, false)));
+              dump(layout, loaded.bytes, json_writers(layout, layout.columns, false)));
     const auto *record = reinterpret_cast<const unsigned char *>(loaded.bytes.data());
     EXPECT_EQ(row.csv, Cells(layout, layout.columns, false).of(layout.types[0], record)[0]);
   }
@@ -573,4 +576,4 @@ TEST(Statistics, OrderCountsAndDistinctValues) {
 }
 
 }  // namespace
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

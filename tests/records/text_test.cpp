@@ -12,7 +12,7 @@
 #include "text/quote.hpp"
 #include "text/utf8.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
 namespace {
 
 bool is_utf8(std::string text) {
@@ -81,4 +81,4 @@ TEST(Texts, SteerNothing) {
 }
 
 }  // namespace
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

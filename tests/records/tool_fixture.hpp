@@ -14,7 +14,7 @@
 #include "tests/util/random.hpp"
 #include "text/padded.hpp"
 
-namespace campotipo::tool::test {
+namespace campotipo::records::test {
 
 using campotipo::test::Random;
 
@@ -143,4 +143,4 @@ inline std::string random_text(const Field &field, Random &random) {
   return (sign && number.find_first_of("123456789") != std::string::npos ? "-" : "") + number;
 }
 
-}  // namespace campotipo::tool::test
+}  // namespace campotipo::records::test

@@ -2,7 +2,7 @@
 
 #include "commands/commands.hpp"
 #include "files/input.hpp"
-#include "findings/examiner.hpp"
+#include "findings/validator.hpp"
 #include "layout/reader.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/failure.hpp"
@@ -11,6 +11,8 @@
 #include "text/quote.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 namespace {
 
@@ -27,24 +29,24 @@ struct Request {
   bool all = false;
 };
 
-std::string where(const Place &place) {
+std::string where(const Location &place) {
   std::string text = place.record == 0 ? "" : "record " + std::to_string(place.record) + ", ";
   text += "byte " + std::to_string(place.offset);
   return place.value.empty() ? text : text + ": " + place.value;
 }
 
-void write_summary(const Examiner &examiner, Output &output) {
+void write_summary(const Validator &validator, Output &output) {
   const Colours colours(output.is_terminal());
-  const std::string summary = printable(examiner.summary());
+  const std::string summary = printable(validator.summary());
   output.write_coloured(
-      (examiner.findings().empty() ? colours.green(summary) : colours.red(summary)) + "\n");
+      (validator.findings().empty() ? colours.green(summary) : colours.red(summary)) + "\n");
 }
 
 // Field by field, with the first places of each.
-void write_findings(const Examiner &examiner, Output &output) {
-  if (examiner.findings().empty()) return;
+void write_findings(const Validator &validator, Output &output) {
+  if (validator.findings().empty()) return;
   AlignedTable table({{"field"}, {"what is wrong"}, {"values", true}, {"first places"}}, output);
-  for (const Tally::Line &line : examiner.findings().lines()) {
+  for (const FindingCounts::Line &line : validator.findings().lines()) {
     const auto &places = line.entry.places;
     table.add({line.field, line.what, std::to_string(line.entry.count), where(places[0])});
     for (std::size_t i = 1; i < places.size(); ++i) table.add({"", "", "", where(places[i])});
@@ -55,56 +57,56 @@ void write_findings(const Examiner &examiner, Output &output) {
   output.write("\n");
 }
 
-void examine(Input &input, const Layout &layout, Examiner &examiner) {
+void examine(Input &input, const Layout &layout, Validator &validator) {
   Progress progress("check", input.size());
   RecordStream stream(input, layout);
   RecordBlock block;
-  while (stream.fill(block)) {
-    examiner.add(block);
-    progress.at(block.offset + block.size(), examiner.records());
+  while (stream.read(block)) {
+    validator.add(block);
+    progress.at(block.offset + block.size(), validator.records());
   }
 }
 
 // Every place, as it is found.
 void check_all(const Request &request, Input &input, const Layout &layout, Output &output,
-               Examiner &examiner) {
+               Validator &validator) {
   if (request.json) {
-    examiner.each([&](const Finding &finding) { output.write(finding.json(input.name())); });
-    return examine(input, layout, examiner);
+    validator.each([&](const Finding &finding) { output.write(finding.json(input.name())); });
+    return examine(input, layout, validator);
   }
   AlignedTable table({{"record", true}, {"byte", true}, {"field"}, {"what is wrong"}, {"value"}},
                      output);
-  examiner.each([&](const Finding &finding) {
-    const Place &place = finding.place;
+  validator.each([&](const Finding &finding) {
+    const Location &place = finding.place;
     table.add({place.record == 0 ? "" : std::to_string(place.record), std::to_string(place.offset),
                finding.field, finding.what, place.value});
   });
-  examine(input, layout, examiner);
-  if (!examiner.findings().empty()) {
+  examine(input, layout, validator);
+  if (!validator.findings().empty()) {
     table.finish();
     output.write("\n");
   }
-  write_summary(examiner, output);
+  write_summary(validator, output);
 }
 
 int check(const Request &request) {
   const Layout layout = read_layout(request.layout);
   Input input(request.file);
   Output output("");
-  Examiner examiner(layout, input.name());
+  Validator validator(layout, input.name());
   if (request.all) {
-    check_all(request, input, layout, output, examiner);
+    check_all(request, input, layout, output, validator);
   } else {
-    examine(input, layout, examiner);
+    examine(input, layout, validator);
     if (request.json) {
-      output.write(examiner.json());
+      output.write(validator.json());
     } else {
-      write_findings(examiner, output);
-      write_summary(examiner, output);
+      write_findings(validator, output);
+      write_summary(validator, output);
     }
   }
   output.commit();
-  return examiner.findings().empty() ? kGood : kFound;
+  return validator.findings().empty() ? kGood : kFound;
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr const char *kExample =

@@ -11,13 +11,15 @@
 #include "layout/reader.hpp"
 #include "rows/buffer.hpp"
 #include "rows/cells.hpp"
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 namespace {
 
@@ -45,7 +47,7 @@ struct Block {
 };
 
 int dump_programs(const Request &request, const Layout &layout, Input &input, Output &output,
-                  const std::vector<Program> &programs) {
+                  const std::vector<RowWriter> &writers) {
   RecordStream stream(input, layout, request.range);
   Progress progress("dump", request.range.count == RecordStream::Range{}.count ? input.size() : 0);
   FaultTeller faults(input.name(), progress);
@@ -54,7 +56,7 @@ int dump_programs(const Request &request, const Layout &layout, Input &input, Ou
     block.out.clear();
     for (const RecordBlock::Record &record : block.in.records) {
       const auto kind = static_cast<std::size_t>(record.type - layout.types.data());
-      programs[kind].run(block.in.record(record), block.out);
+      writers[kind].run(block.in.record(record), block.out);
     }
   };
   const auto drain = [&](Block &block) {
@@ -64,7 +66,7 @@ int dump_programs(const Request &request, const Layout &layout, Input &input, Ou
     faults.tell_all(block.in);
   };
   Pipeline<Block>(
-      request.jobs, [&](Block &block) { return stream.fill(block.in); }, write_rows, drain)
+      request.jobs, [&](Block &block) { return stream.read(block.in); }, write_rows, drain)
       .run();
   output.commit();
   return faults.status();
@@ -95,7 +97,7 @@ int dump_table(const Request &request, const Layout &layout, Input &input, Outpu
   FaultTeller faults(input.name(), progress);
   RecordStream stream(input, layout, request.range);
   RecordBlock block;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     for (const RecordBlock::Record &record : block.records) {
       table.add(cells.of(*record.type, block.record(record)));
     }
@@ -116,12 +118,12 @@ int dump(const Request &request) {
   if (request.format == "table") return dump_table(request, layout, input, output, columns);
   if (request.format == "ndjson") {
     return dump_programs(request, layout, input, output,
-                         json_programs(layout, columns, request.hex));
+                         json_writers(layout, columns, request.hex));
   }
   const std::string end = request.lf ? "\n" : "\r\n";
   if (!request.no_header) output.write(csv_header(layout, columns, request.hex, end));
   return dump_programs(request, layout, input, output,
-                       csv_programs(layout, columns, request.hex, end));
+                       csv_writers(layout, columns, request.hex, end));
 }
 
 }  // namespace

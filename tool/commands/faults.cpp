@@ -15,7 +15,7 @@ void FaultTeller::tell_all(const RecordBlock &block) {
 
 int FaultTeller::status() {
   progress_->clear();
-  for (const Tally::Line &line : told_.lines()) {
+  for (const FindingCounts::Line &line : told_.lines()) {
     const std::uint64_t more = line.entry.count - line.entry.places.size();
     if (more == 0) continue;
     tell(file_ + ": " + std::to_string(more) + " more of these: " + line.what +

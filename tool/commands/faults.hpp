@@ -3,10 +3,12 @@
 #include <string>
 
 #include "files/stream.hpp"
-#include "findings/losses.hpp"
+#include "findings/finding_counts.hpp"
 #include "terminal/progress.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 // Tells on standard error where a file does not follow its layout, while its records are read: the
 // first places of each fault, and at the end how many more there are.
@@ -22,7 +24,7 @@ class FaultTeller {
  private:
   std::string file_;
   Progress *progress_;
-  Tally told_;
+  FindingCounts told_;
 };
 
 }  // namespace campotipo::tool

@@ -12,6 +12,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr const char *kExample =

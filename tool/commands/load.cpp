@@ -17,6 +17,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr const char *kExample =
@@ -112,7 +114,7 @@ class Load {
     }
     const Margins around = margins(*request_, *layout_);
     records_.write(around.header);
-    const std::size_t places = request_->all ? Tally::kEveryPlace : Tally::kPlaces;
+    const std::size_t places = request_->all ? FindingCounts::kEveryPlace : FindingCounts::kPlaces;
     Pipeline<LoadedBlock>(
         request_->jobs, [&](LoadedBlock &block) { return stream_.read(block.csv); },
         [&](LoadedBlock &block) { loader.load(block, places); },
@@ -127,17 +129,17 @@ class Load {
     return name_ + ":" + std::to_string(line) + ": record " + std::to_string(record) + ": ";
   }
 
-  void tell_loss(const Tally::Line &loss, const Place &place) {
+  void tell_loss(const FindingCounts::Line &loss, const Location &place) {
     progress_.clear();
     tell(where(place.line, place.record) + "field " + loss.field + ": \"" + shortened(place.value) +
          "\" " + loss.what);
   }
 
   // Every loss of a block, in the order of its lines.
-  void tell_all(const Tally &lost) {
-    std::vector<std::pair<const Tally::Line *, const Place *>> all;
-    for (const Tally::Line &loss : lost.lines()) {
-      for (const Place &place : loss.entry.places) all.emplace_back(&loss, &place);
+  void tell_all(const FindingCounts &lost) {
+    std::vector<std::pair<const FindingCounts::Line *, const Location *>> all;
+    for (const FindingCounts::Line &loss : lost.lines()) {
+      for (const Location &place : loss.entry.places) all.emplace_back(&loss, &place);
     }
     std::stable_sort(all.begin(), all.end(),
                      [](const auto &a, const auto &b) { return a.second->line < b.second->line; });
@@ -145,7 +147,7 @@ class Load {
   }
 
   void drain(LoadedBlock &block) {
-    Tally lost(request_->all ? Tally::kEveryPlace : Tally::kPlaces);
+    FindingCounts lost(request_->all ? FindingCounts::kEveryPlace : FindingCounts::kPlaces);
     lost.merge(block.lost, rows_, lines_);
     if (request_->all) tell_all(lost);
     lost_.merge(lost, 0, 0);
@@ -165,8 +167,8 @@ class Load {
   // The first losses of each field, where not every one has been told.
   void report() {
     if (request_->all) return;
-    for (const Tally::Line &loss : lost_.lines()) {
-      for (const Place &place : loss.entry.places) tell_loss(loss, place);
+    for (const FindingCounts::Line &loss : lost_.lines()) {
+      for (const Location &place : loss.entry.places) tell_loss(loss, place);
       const std::uint64_t more = loss.entry.count - loss.entry.places.size();
       if (more == 0) continue;
       tell(name_ + ": field " + loss.field + ": " + std::to_string(more) + " more, " + loss.what +
@@ -195,7 +197,7 @@ class Load {
   Records records_;
   CsvStream stream_;
   Progress progress_;
-  Tally lost_;
+  FindingCounts lost_;
   std::uint64_t rows_ = 0;
   std::uint64_t lines_ = 0;
   std::uint64_t bytes_ = 0;

@@ -5,7 +5,7 @@
 #include "files/input.hpp"
 #include "files/same_file.hpp"
 #include "files/stream.hpp"
-#include "findings/examiner.hpp"
+#include "findings/validator.hpp"
 #include "layout/reader.hpp"
 #include "report/page.hpp"
 #include "terminal/failure.hpp"
@@ -13,6 +13,8 @@
 #include "terminal/progress.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 namespace {
 
@@ -28,7 +30,7 @@ struct Request {
 };
 
 // Gives what the command ends with.
-int first_reading(const Layout &layout, Input &input, Examiner &examiner, Report &report) {
+int first_reading(const Layout &layout, Input &input, Validator &validator, Report &report) {
   for (const RecordType &type : layout.types) {
     report.kinds.push_back({&type, 0, {type.fields.begin(), type.fields.end()}, {}, {}});
   }
@@ -36,8 +38,8 @@ int first_reading(const Layout &layout, Input &input, Examiner &examiner, Report
   FaultTeller faults(input.name(), progress);
   RecordStream stream(input, layout);
   RecordBlock block;
-  while (stream.fill(block)) {
-    examiner.add(block);
+  while (stream.read(block)) {
+    validator.add(block);
     faults.tell_all(block);
     for (const RecordBlock::Record &record : block.records) {
       KindReport &kind = report.kinds[static_cast<std::size_t>(record.type - layout.types.data())];
@@ -51,7 +53,7 @@ int first_reading(const Layout &layout, Input &input, Examiner &examiner, Report
       kind.samples.push_back(std::move(texts));
     }
     report.bytes = block.offset + block.size();
-    progress.at(report.bytes, examiner.records());
+    progress.at(report.bytes, validator.records());
   }
   return faults.status();
 }
@@ -62,7 +64,7 @@ void second_reading(const Layout &layout, Input &input, Report &report) {
   }
   RecordStream stream(input, layout);
   RecordBlock block;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     for (const RecordBlock::Record &record : block.records) {
       KindReport &kind = report.kinds[static_cast<std::size_t>(record.type - layout.types.data())];
       for (Histogram &histogram : kind.histograms) histogram.add(block.record(record));
@@ -77,11 +79,11 @@ int run(const Request &request) {
   Report report;
   Input input(request.file, Input::Use::kTwice);
   Output output(request.out);
-  Examiner examiner(layout, input.name());
+  Validator validator(layout, input.name());
   report.layout = &layout;
   report.file = input.name();
-  report.examiner = &examiner;
-  const int status = first_reading(layout, input, examiner, report);
+  report.validator = &validator;
+  const int status = first_reading(layout, input, validator, report);
   input.rewind();
   second_reading(layout, input, report);
   output.write(report_page(report));

@@ -4,8 +4,8 @@
 #include "commands/faults.hpp"
 #include "files/input.hpp"
 #include "files/stream.hpp"
-#include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
+#include "findings/validator.hpp"
 #include "layout/reader.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/failure.hpp"
@@ -14,6 +14,8 @@
 #include "text/quote.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 namespace {
 
@@ -41,7 +43,7 @@ int gather(const Layout &layout, Input &input, Gathered &all) {
   FaultTeller faults(input.name(), progress);
   RecordStream stream(input, layout);
   RecordBlock block;
-  while (stream.fill(block)) {
+  while (stream.read(block)) {
     for (const RecordBlock::Record &record : block.records) {
       auto &fields = all[static_cast<std::size_t>(record.type - layout.types.data())];
       for (FieldStatistics &field : fields) field.add(block.record(record));

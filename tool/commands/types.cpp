@@ -7,6 +7,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr const char *kExample = "Example:\n  campotipo types";

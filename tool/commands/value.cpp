@@ -14,6 +14,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr const char *kShowExample =
@@ -69,7 +71,7 @@ Layout layout_of(const Request &request, std::size_t bytes, std::size_t characte
   try {
     return parse_layout(toml, request.type);
   } catch (const Error &error) {
-    // Place and name are those of a text that nobody has seen.
+    // Location and name are those of a text that nobody has seen.
     constexpr std::string_view kField = "field \"value\": ";
     const std::string &reason = error.reason;
     throw Failure(request.type + ": " +

@@ -8,6 +8,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 std::vector<Span> spans(const RecordType &record) {
   std::vector<Span> all;
   for (const Field &field : record.fields) {
@@ -20,8 +22,8 @@ std::vector<Span> spans(const RecordType &record) {
     all.push_back({name, field.offset, field.bytes, &field, {}});
     if (is_bit_area(*field.type)) all.back().parts.push_back(&field);
   }
-  for (const Field &fill : record.fill) {
-    all.push_back({fill.name, fill.offset, fill.bytes, &fill, {}});
+  for (const Field &filler : record.fillers) {
+    all.push_back({filler.name, filler.offset, filler.bytes, &filler, {}});
   }
   std::sort(all.begin(), all.end(),
             [](const Span &a, const Span &b) { return a.offset < b.offset; });

@@ -9,6 +9,8 @@
 // What can be drawn from a layout alone.
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 // Bytes of a record that belong together: a field, a whole bit area, or bytes without a meaning.
 struct Span {
   std::string name;

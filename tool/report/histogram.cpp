@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "findings/losses.hpp"
+#include "findings/finding_counts.hpp"
 #include "text/quote.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 namespace {
 

@@ -8,6 +8,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 // Counts of the values of a field along its scale. The ends of the scale are known from a first
 // reading of the file, the counts are gathered in a second.
 class Histogram {

@@ -10,6 +10,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 std::string grouped(std::uint64_t number) {
@@ -31,8 +33,8 @@ std::string section(const std::string &title, const std::string &body) {
 std::string tiles(const Report &report) {
   std::size_t fields = 0;
   for (const RecordType &type : report.layout->types) fields += type.fields.size();
-  const std::uint64_t findings = report.examiner->findings().total();
-  return "<div class=\"tiles\">\n" + tile(grouped(report.examiner->records()), "records", "") +
+  const std::uint64_t findings = report.validator->findings().total();
+  return "<div class=\"tiles\">\n" + tile(grouped(report.validator->records()), "records", "") +
          tile(grouped(report.bytes), "bytes", "") + tile(grouped(fields), "fields", "") +
          (findings == 0 ? tile("0", "invalid values", "good")
                         : tile(grouped(findings), "findings", "bad")) +
@@ -40,12 +42,12 @@ std::string tiles(const Report &report) {
 }
 
 std::string findings(const Report &report) {
-  const Tally &tally = report.examiner->findings();
+  const FindingCounts &tally = report.validator->findings();
   if (tally.empty()) return "<p>Every value of every record is valid.</p>\n";
   std::string rows;
-  for (const Tally::Line &line : tally.lines()) {
+  for (const FindingCounts::Line &line : tally.lines()) {
     std::string places;
-    for (const Place &place : line.entry.places) {
+    for (const Location &place : line.entry.places) {
       places += (places.empty() ? "" : "<br>") +
                 (place.record == 0 ? "" : "record " + std::to_string(place.record) + ", ") +
                 "byte " + std::to_string(place.offset) +

@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "findings/examiner.hpp"
 #include "findings/statistics.hpp"
+#include "findings/validator.hpp"
 #include "layout/layout.hpp"
 #include "report/histogram.hpp"
 
 namespace campotipo::tool {
+
+using namespace campotipo::records;
 
 // One kind of record: what is known of its fields.
 struct KindReport {
@@ -24,7 +26,7 @@ struct Report {
   const Layout *layout = nullptr;
   std::string file;
   std::uint64_t bytes = 0;
-  const Examiner *examiner = nullptr;
+  const Validator *validator = nullptr;
   std::vector<KindReport> kinds;
 };
 

@@ -8,6 +8,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 constexpr std::size_t kWidest = 60;
 constexpr std::size_t kGathered = 1U << 16;

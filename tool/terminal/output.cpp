@@ -15,6 +15,8 @@
 
 namespace campotipo::tool {
 
+using namespace campotipo::records;
+
 namespace {
 
 constexpr int kMostLinks = 40;

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "files/stream.hpp"
-#include "findings/losses.hpp"
+#include "findings/finding_counts.hpp"
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // Name of a field in a report: with the kind of its record where there are several.
 std::string field_label(const Layout &layout, const RecordType &type, const Field &field);
@@ -18,23 +18,23 @@ struct Finding {
   const RecordType *type = nullptr;  // null: the file itself
   std::string field;                 // its label
   std::string what;
-  Place place;
+  Location place;
 
   // One object of JSON.
   std::string json(const std::string &file) const;
 };
 
 // Reads every record and counts, field by field, the invalid values.
-class Examiner {
+class Validator {
  public:
-  Examiner(const Layout &layout, std::string file) : layout_(&layout), file_(std::move(file)) {}
+  Validator(const Layout &layout, std::string file) : layout_(&layout), file_(std::move(file)) {}
 
   // What is told of every finding, in the order of the file.
   void each(std::function<void(const Finding &)> each) { each_ = std::move(each); }
 
   void add(const RecordBlock &block);
 
-  const Tally &findings() const { return findings_; }
+  const FindingCounts &findings() const { return findings_; }
   std::uint64_t records() const { return records_; }
 
   // As lines for a person, or one object of JSON for a program.
@@ -48,8 +48,8 @@ class Examiner {
   const Layout *layout_;
   std::string file_;
   std::function<void(const Finding &)> each_;
-  Tally findings_;
+  FindingCounts findings_;
   std::uint64_t records_ = 0;
 };
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

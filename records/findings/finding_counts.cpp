@@ -1,9 +1,9 @@
-#include "findings/losses.hpp"
+#include "findings/finding_counts.hpp"
 
 #include "text/quote.hpp"
 #include "text/utf8.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 namespace {
 constexpr std::size_t kLongest = 48;
@@ -14,13 +14,13 @@ std::string shortened(const std::string &text) {
   return printable(first.size() < text.size() ? first + "..." : first);
 }
 
-Tally::Entry &Tally::entry(const std::string &field, const std::string &what) {
+FindingCounts::Entry &FindingCounts::entry(const std::string &field, const std::string &what) {
   const auto [found, fresh] = known_.try_emplace({field, what}, lines_.size());
   if (fresh) lines_.push_back({field, what, {}});
   return lines_[found->second].entry;
 }
 
-bool Tally::add(const std::string &field, const std::string &what, const Place &place) {
+bool FindingCounts::add(const std::string &field, const std::string &what, const Location &place) {
   Entry &counted = entry(field, what);
   ++counted.count;
   ++total_;
@@ -29,11 +29,11 @@ bool Tally::add(const std::string &field, const std::string &what, const Place &
   return true;
 }
 
-void Tally::merge(const Tally &other, std::uint64_t records, std::uint64_t lines) {
+void FindingCounts::merge(const FindingCounts &other, std::uint64_t records, std::uint64_t lines) {
   for (const Line &line : other.lines_) {
     Entry &counted = entry(line.field, line.what);
     counted.count += line.entry.count;
-    for (Place place : line.entry.places) {
+    for (Location place : line.entry.places) {
       if (counted.places.size() >= places_) break;
       place.record += records;
       place.line += lines;
@@ -43,4 +43,4 @@ void Tally::merge(const Tally &other, std::uint64_t records, std::uint64_t lines
   total_ += other.total_;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

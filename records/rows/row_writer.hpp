@@ -8,11 +8,11 @@
 #include "layout/layout.hpp"
 #include "rows/buffer.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // What stands between the quotes, commas and braces of an output: decided once for a kind of
 // record, then run for each record.
-class Program {
+class RowWriter {
  public:
   enum class Style : std::uint8_t {
     kRaw,         // needs nothing
@@ -24,7 +24,7 @@ class Program {
     kHex,         // the bytes in hexadecimal digits
   };
 
-  // What is written, in this order. The fields have to outlive the program.
+  // What is written, in this order. The fields have to outlive the writer.
   void text(std::string_view text);
   void value(const Field &field, Style style);
 
@@ -67,15 +67,15 @@ class Program {
 std::vector<std::string> chosen_columns(const Layout &layout,
                                         const std::vector<std::string> &names);
 
-// The programs of a layout, one for each kind of record, in the order of its kinds. `layout` has to
+// The writers of a layout, one for each kind of record, in the order of its kinds. `layout` has to
 // outlive them.
-std::vector<Program> csv_programs(const Layout &layout, const std::vector<std::string> &columns,
-                                  bool hex, const std::string &line_end);
-std::vector<Program> json_programs(const Layout &layout, const std::vector<std::string> &columns,
-                                   bool hex);
+std::vector<RowWriter> csv_writers(const Layout &layout, const std::vector<std::string> &columns,
+                                   bool hex, const std::string &line_end);
+std::vector<RowWriter> json_writers(const Layout &layout, const std::vector<std::string> &columns,
+                                    bool hex);
 
 // The row of names in front of the records.
 std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
                        const std::string &line_end);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

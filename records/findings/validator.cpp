@@ -1,9 +1,9 @@
-#include "findings/examiner.hpp"
+#include "findings/validator.hpp"
 
 #include "text/ascii.hpp"
 #include "text/quote.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 std::string field_label(const Layout &layout, const RecordType &type, const Field &field) {
   return layout.several() ? type.name + "." + field.name : field.name;
@@ -18,8 +18,8 @@ std::string Finding::json(const std::string &file) const {
          ",\"what\":" + json_string(what) + ",\"value\":" + json_string(place.value) + "}\n";
 }
 
-void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &record,
-                       const Field &field) {
+void Validator::examine(const RecordBlock &block, const RecordBlock::Record &record,
+                        const Field &field) {
   const unsigned char *bytes = block.record(record);
   const char *fault = field_fault(field, bytes);
   if (fault == nullptr) return;
@@ -33,15 +33,15 @@ void Examiner::examine(const RecordBlock &block, const RecordBlock::Record &reco
           text.empty() ? "bytes " + shown : shortened(text) + " (" + shown + ")"}});
 }
 
-void Examiner::found(const Finding &finding) {
+void Validator::found(const Finding &finding) {
   findings_.add(finding.field, finding.what, finding.place);
   if (each_) each_(finding);
 }
 
-void Examiner::add(const RecordBlock &block) {
+void Validator::add(const RecordBlock &block) {
   for (const RecordBlock::Record &record : block.records) {
     for (const Field &field : record.type->fields) examine(block, record, field);
-    for (const Field &field : record.type->fill) examine(block, record, field);
+    for (const Field &field : record.type->fillers) examine(block, record, field);
   }
   records_ += block.records.size();
   for (const StreamFault &fault : block.faults) {
@@ -49,7 +49,7 @@ void Examiner::add(const RecordBlock &block) {
   }
 }
 
-std::string Examiner::summary() const {
+std::string Validator::summary() const {
   std::string text =
       file_ + ": " + std::to_string(records_) + " records of " + layout_->name + ", ";
   if (findings_.empty()) return text + "every value valid";
@@ -57,18 +57,18 @@ std::string Examiner::summary() const {
          (findings_.total() == 1 ? " finding" : " findings");
 }
 
-std::string Examiner::json() const {
+std::string Validator::json() const {
   std::string out = "{\"file\":" + json_string(file_) +
                     ",\"layout\":" + json_string(layout_->file) +
                     ",\"records\":" + std::to_string(records_) +
                     ",\"findings\":" + std::to_string(findings_.total()) + ",\"fields\":[";
   bool first = true;
-  for (const Tally::Line &line : findings_.lines()) {
+  for (const FindingCounts::Line &line : findings_.lines()) {
     out += std::string(first ? "" : ",") + "{\"field\":" + json_string(line.field) +
            ",\"what\":" + json_string(line.what) +
            ",\"count\":" + std::to_string(line.entry.count) + ",\"places\":[";
     first = true;
-    for (const Place &place : line.entry.places) {
+    for (const Location &place : line.entry.places) {
       out += std::string(first ? "" : ",") + "{\"record\":" + std::to_string(place.record) +
              ",\"byte\":" + std::to_string(place.offset) +
              ",\"value\":" + json_string(place.value) + "}";
@@ -80,4 +80,4 @@ std::string Examiner::json() const {
   return out + "]}\n";
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

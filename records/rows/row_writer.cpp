@@ -1,4 +1,4 @@
-#include "rows/program.hpp"
+#include "rows/row_writer.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -11,9 +11,9 @@
 #include "text/quote.hpp"
 #include "text/scan.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
-void Program::run(const unsigned char *record, Buffer &buffer) const {
+void RowWriter::run(const unsigned char *record, Buffer &buffer) const {
   char *out = buffer.reserve(room_);
   for (const Step &step : steps_) {
     if (step.prefix_length == 1) {
@@ -29,7 +29,7 @@ void Program::run(const unsigned char *record, Buffer &buffer) const {
   buffer.end(std::copy(rest.begin(), rest.end(), out));
 }
 
-char *Program::run_styled(const Step &step, const unsigned char *record, char *out) const {
+char *RowWriter::run_styled(const Step &step, const unsigned char *record, char *out) const {
   const auto null = [out] {
     std::memcpy(out, "null", 4);
     return out + 4;
@@ -57,7 +57,7 @@ char *Program::run_styled(const Step &step, const unsigned char *record, char *o
   return end + 1;
 }
 
-char *Program::run_shared(const Step &step, const unsigned char *record, char *out) const {
+char *RowWriter::run_shared(const Step &step, const unsigned char *record, char *out) const {
   const auto &fields = shared_[step.shared - 1];
   for (const Field *field : fields) {
     if (field != fields[0]) out = std::copy(field->join.begin(), field->join.end(), out);
@@ -67,7 +67,7 @@ char *Program::run_shared(const Step &step, const unsigned char *record, char *o
 }
 
 // Whether no field of the column has a value.
-bool Program::is_empty(const Step &step, const unsigned char *record, char *scratch) const {
+bool RowWriter::is_empty(const Step &step, const unsigned char *record, char *scratch) const {
   const auto &fields = shared_[step.shared - 1];
   return std::all_of(fields.begin(), fields.end(), [&](const Field *field) {
     const char *end = field->type->put(scratch, record + field->offset, field->params);
@@ -75,12 +75,12 @@ bool Program::is_empty(const Step &step, const unsigned char *record, char *scra
   });
 }
 
-void Program::text(std::string_view text) {
+void RowWriter::text(std::string_view text) {
   literals_ += text;
   room_ += text.size();
 }
 
-void Program::add(Step step, std::size_t room) {
+void RowWriter::add(Step step, std::size_t room) {
   step.prefix = static_cast<std::uint32_t>(told_);
   step.prefix_length = static_cast<std::uint32_t>(literals_.size() - told_);
   told_ = literals_.size();
@@ -90,7 +90,7 @@ void Program::add(Step step, std::size_t room) {
   room_ += (json ? 6 : 2) * (room + 2) + scan::kPadding;
 }
 
-Program::Step Program::step_of(const Field &field, Style style) const {
+RowWriter::Step RowWriter::step_of(const Field &field, Style style) const {
   Step step;
   step.put = field.type->put;
   step.params = &field.params;
@@ -100,12 +100,12 @@ Program::Step Program::step_of(const Field &field, Style style) const {
   return step;
 }
 
-void Program::value(const Field &field, Style style) {
+void RowWriter::value(const Field &field, Style style) {
   add(step_of(field, style), style == Style::kHex ? field.bytes : field.type->room(field.params));
 }
 
 // Gives the room that the texts of the column take together.
-std::size_t Program::share(Step &step, const RecordType &type, const Column &column) {
+std::size_t RowWriter::share(Step &step, const RecordType &type, const Column &column) {
   std::vector<const Field *> fields;
   std::size_t room = 0;
   for (const std::size_t place : column.fields) {
@@ -118,15 +118,15 @@ std::size_t Program::share(Step &step, const RecordType &type, const Column &col
   return room;
 }
 
-void Program::member(const RecordType &type, const Column &column, const Field &field,
-                     Style style) {
+void RowWriter::member(const RecordType &type, const Column &column, const Field &field,
+                       Style style) {
   if (column.fields.size() == 1) return value(field, style);
   Step step = step_of(field, style == Style::kRaw ? Style::kNumber : style);
   const std::size_t room = share(step, type, column);
   add(step, room);
 }
 
-void Program::cell(const RecordType &type, const Column &column, Style style) {
+void RowWriter::cell(const RecordType &type, const Column &column, Style style) {
   if (column.fields.size() == 1) {
     const Field &field = type.fields[column.fields[0]];
     const bool quoted = (field.type->traits & kText) != 0 || style == Style::kCsvAlone;
@@ -191,48 +191,48 @@ std::vector<std::string> chosen_columns(const Layout &layout,
 
 namespace {
 
-Program csv_program(const Layout &layout, const RecordType &type,
-                    const std::vector<std::string> &columns, bool hex) {
+RowWriter csv_writer(const Layout &layout, const RecordType &type,
+                     const std::vector<std::string> &columns, bool hex) {
   std::map<std::string_view, const Column *> known;
   for (const Column &column : type.columns) known.emplace(column.name, &column);
   const bool alone = columns.size() == 1 && !layout.several() && !hex;
-  Program program;
+  RowWriter writer;
   const char *separator = "";
   const auto separate = [&] {
-    program.text(separator);
+    writer.text(separator);
     separator = ",";
   };
   if (layout.several()) {
     separate();
-    program.text(csv_cell(type.name));
+    writer.text(csv_cell(type.name));
   }
   for (const std::string &name : columns) {
     const auto found = known.find(name);
     const Column *column = found == known.end() ? nullptr : found->second;
     separate();
     if (column != nullptr) {
-      program.cell(type, *column, alone ? Program::Style::kCsvAlone : Program::Style::kCsv);
+      writer.cell(type, *column, alone ? RowWriter::Style::kCsvAlone : RowWriter::Style::kCsv);
     }
     if (!hex) continue;
     separate();
     if (column == nullptr) continue;
     for (const std::size_t place : column->fields) {
-      program.value(type.fields[place], Program::Style::kHex);
+      writer.value(type.fields[place], RowWriter::Style::kHex);
     }
   }
-  return program;
+  return writer;
 }
 
 }  // namespace
 
-std::vector<Program> csv_programs(const Layout &layout, const std::vector<std::string> &columns,
-                                  bool hex, const std::string &line_end) {
-  std::vector<Program> programs;
+std::vector<RowWriter> csv_writers(const Layout &layout, const std::vector<std::string> &columns,
+                                   bool hex, const std::string &line_end) {
+  std::vector<RowWriter> writers;
   for (const RecordType &type : layout.types) {
-    programs.push_back(csv_program(layout, type, columns, hex));
-    programs.back().text(line_end);
+    writers.push_back(csv_writer(layout, type, columns, hex));
+    writers.back().text(line_end);
   }
-  return programs;
+  return writers;
 }
 
 std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
@@ -249,45 +249,45 @@ std::string csv_header(const Layout &layout, const std::vector<std::string> &col
 namespace {
 
 // Members are opened and closed by the difference between the path of one field and the next.
-class JsonProgram {
+class JsonWriter {
  public:
   // kind: none where it is the only one.
-  JsonProgram(const std::string &kind, bool hex) : hex_(hex), open_(!kind.empty()) {
-    if (open_) program_.text("{" + json_string(kKindColumn) + ":" + json_string(kind));
+  JsonWriter(const std::string &kind, bool hex) : hex_(hex), open_(!kind.empty()) {
+    if (open_) writer_.text("{" + json_string(kKindColumn) + ":" + json_string(kind));
   }
 
   void add(const RecordType &type, const Column &column, const Field &field) {
     step_to(field.path);
     const unsigned traits = field.type->traits;
-    program_.member(type, column, field,
-                    (traits & kJsonNumber) != 0 ? Program::Style::kRaw
-                    : (traits & kNullable) != 0 ? Program::Style::kJsonOrNull
-                                                : Program::Style::kJson);
+    writer_.member(type, column, field,
+                   (traits & kJsonNumber) != 0 ? RowWriter::Style::kRaw
+                   : (traits & kNullable) != 0 ? RowWriter::Style::kJsonOrNull
+                                               : RowWriter::Style::kJson);
     // A place in an array has no name for a second member beside it.
     if (!hex_ || field.path.back().index >= 0) return;
     std::vector<PathStep> path = field.path;
     path.back().key += kHexEnd;
     step_to(path);
-    program_.text("\"");
-    program_.value(field, Program::Style::kHex);
-    program_.text("\"");
+    writer_.text("\"");
+    writer_.value(field, RowWriter::Style::kHex);
+    writer_.text("\"");
   }
 
-  Program done() {
-    if (!open_) program_.text("{");
+  RowWriter done() {
+    if (!open_) writer_.text("{");
     close_to(0);
-    program_.text("}\n");
-    return std::move(program_);
+    writer_.text("}\n");
+    return std::move(writer_);
   }
 
  private:
   void open(const PathStep &step) {
-    program_.text(step.index < 0 ? "{" + json_string(step.key) + ":" : "[");
+    writer_.text(step.index < 0 ? "{" + json_string(step.key) + ":" : "[");
   }
 
   void close_to(std::size_t depth) {
     for (std::size_t i = path_.size(); i > depth + 1; --i) {
-      program_.text(path_[i - 1].index < 0 ? "}" : "]");
+      writer_.text(path_[i - 1].index < 0 ? "}" : "]");
     }
   }
 
@@ -298,8 +298,8 @@ class JsonProgram {
       open(path[0]);
     } else {
       close_to(same);
-      program_.text(",");
-      if (path[same].index < 0) program_.text(json_string(path[same].key) + ":");
+      writer_.text(",");
+      if (path[same].index < 0) writer_.text(json_string(path[same].key) + ":");
     }
     for (std::size_t i = same + 1; i < path.size(); ++i) open(path[i]);
     open_ = true;
@@ -309,25 +309,25 @@ class JsonProgram {
   bool hex_;
   bool open_;
   std::vector<PathStep> path_;
-  Program program_;
+  RowWriter writer_;
 };
 
 }  // namespace
 
-std::vector<Program> json_programs(const Layout &layout, const std::vector<std::string> &columns,
-                                   bool hex) {
+std::vector<RowWriter> json_writers(const Layout &layout, const std::vector<std::string> &columns,
+                                    bool hex) {
   const std::set<std::string_view> chosen(columns.begin(), columns.end());
-  std::vector<Program> programs;
+  std::vector<RowWriter> writers;
   for (const RecordType &type : layout.types) {
-    JsonProgram program(layout.several() ? type.name : "", hex);
+    JsonWriter writer(layout.several() ? type.name : "", hex);
     std::map<std::string_view, const Column *> known;
     for (const Column &column : type.columns) known.emplace(column.name, &column);
     for (const Field &field : type.fields) {
-      if (chosen.contains(field.column)) program.add(type, *known.at(field.column), field);
+      if (chosen.contains(field.column)) writer.add(type, *known.at(field.column), field);
     }
-    programs.push_back(program.done());
+    writers.push_back(writer.done());
   }
-  return programs;
+  return writers;
 }
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records

@@ -8,10 +8,10 @@
 
 #include "layout/layout.hpp"
 
-namespace campotipo::tool {
+namespace campotipo::records {
 
 // A value that is not what it should be, and where.
-struct Place {
+struct Location {
   std::uint64_t record = 0;  // from 1
   std::uint64_t offset = 0;  // in the file
   std::string value;         // as it stands there, shortened
@@ -19,25 +19,25 @@ struct Place {
 };
 
 // Values counted by field and by what is wrong with them, with the first places.
-class Tally {
+class FindingCounts {
  public:
   static constexpr std::size_t kPlaces = 5;
   static constexpr std::size_t kEveryPlace = SIZE_MAX;
 
   // places: how many are kept of each pair of a field and what is wrong.
-  explicit Tally(std::size_t places = kPlaces) : places_(places) {}
+  explicit FindingCounts(std::size_t places = kPlaces) : places_(places) {}
 
   struct Entry {
     std::uint64_t count = 0;
-    std::vector<Place> places;
+    std::vector<Location> places;
   };
 
   // True if the place was kept: the value may then be told to `place(...)`.
-  bool add(const std::string &field, const std::string &what, const Place &place);
+  bool add(const std::string &field, const std::string &what, const Location &place);
 
   // Takes over what was counted elsewhere, whose records and lines are numbered from 1 on after
   // those told.
-  void merge(const Tally &other, std::uint64_t records, std::uint64_t lines = 0);
+  void merge(const FindingCounts &other, std::uint64_t records, std::uint64_t lines = 0);
 
   std::uint64_t total() const { return total_; }
   bool empty() const { return total_ == 0; }
@@ -62,4 +62,4 @@ class Tally {
 // A value short enough for a message.
 std::string shortened(const std::string &text);
 
-}  // namespace campotipo::tool
+}  // namespace campotipo::records
