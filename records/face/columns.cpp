@@ -81,7 +81,8 @@ class Stream {
     });
   }
 
-  const char *last_error() const { return message_.empty() ? nullptr : message_.c_str(); }
+  const char *last_error() const { return last_.status == CAMPOTIPO_OK ? nullptr : last_.text; }
+  const campotipo_error &last() const { return last_; }
 
  private:
   // The records of the kind in the next block; false at the end.
@@ -110,18 +111,13 @@ class Stream {
 
   template <class Work>
   int watched(Work work) noexcept {
-    campotipo_error error = {};
-    error.size = sizeof error;
-    const campotipo_status status = guarded(&error, [&] {
+    last_ = {};
+    last_.size = sizeof last_;
+    const campotipo_status status = guarded(&last_, [&] {
       work();
       return CAMPOTIPO_OK;
     });
     if (status == CAMPOTIPO_OK) return 0;
-    try {
-      message_ = error.text;
-    } catch (...) {
-      message_.clear();
-    }
     return status == CAMPOTIPO_MEMORY ? ENOMEM : status == CAMPOTIPO_INPUT ? EIO : EINVAL;
   }
 
@@ -132,10 +128,15 @@ class Stream {
   std::vector<const unsigned char *> rows_;
   std::vector<std::uint64_t> numbers_;
   std::size_t taken_ = 0;
-  std::string message_;
+  campotipo_error last_ = {};
 };
 
 Stream &stream_of(ArrowArrayStream *stream) { return *static_cast<Stream *>(stream->private_data); }
+
+void release(ArrowArrayStream *stream) {
+  delete &stream_of(stream);
+  stream->release = nullptr;
+}
 
 void fill_callbacks(Stream *stream, ArrowArrayStream *out) {
   *out = {};
@@ -146,10 +147,7 @@ void fill_callbacks(Stream *stream, ArrowArrayStream *out) {
     return stream_of(self).next(array);
   };
   out->get_last_error = [](ArrowArrayStream *self) { return stream_of(self).last_error(); };
-  out->release = [](ArrowArrayStream *self) {
-    delete &stream_of(self);
-    self->release = nullptr;
-  };
+  out->release = release;
   out->private_data = stream;
 }
 
@@ -245,6 +243,20 @@ campotipo_status campotipo_stream(campotipo_reader *reader, const campotipo_stre
     auto stream = std::make_unique<face::Stream>(told, *reader);
     stream->own(reader);
     face::fill_callbacks(stream.release(), out);
+    return CAMPOTIPO_OK;
+  });
+}
+
+campotipo_status campotipo_stream_error(const struct ArrowArrayStream *stream,
+                                        campotipo_error *error) {
+  return face::guarded(nullptr, [&] {
+    if (stream == nullptr || stream->release != face::release || error == nullptr) {
+      return CAMPOTIPO_ARGUMENT;
+    }
+    face::check_size(error, "error");
+    const size_t size = error->size;
+    *error = static_cast<const face::Stream *>(stream->private_data)->last();
+    error->size = size;
     return CAMPOTIPO_OK;
   });
 }

@@ -309,6 +309,36 @@ TEST(Face, FreesInAnyOrder) {
   }
 }
 
+TEST(Face, AStreamTellsThePlaceOfWhatIsWrong) {
+  Face face;
+  std::string bytes = record() + record();
+  bytes[kBytes + 29] = char(0xFF);  // the date of the second record
+  ASSERT_EQ(CAMPOTIPO_OK, face.open(bytes));
+  auto options = sized<campotipo_stream_options>();
+  options.batch_rows = 1;
+  ArrowArrayStream stream = {};
+  ASSERT_EQ(CAMPOTIPO_OK, campotipo_stream(face.reader, &options, &stream, &face.error));
+  face.reader = nullptr;
+  ArrowArray batch = {};
+  auto error = sized<campotipo_error>();
+  ASSERT_EQ(0, stream.get_next(&stream, &batch));
+  batch.release(&batch);
+  EXPECT_EQ(CAMPOTIPO_OK, campotipo_stream_error(&stream, &error));
+  EXPECT_EQ(CAMPOTIPO_OK, error.status);
+  EXPECT_EQ(nullptr, stream.get_last_error(&stream));
+  ASSERT_EQ(EINVAL, stream.get_next(&stream, &batch));
+  EXPECT_EQ(CAMPOTIPO_OK, campotipo_stream_error(&stream, &error));
+  EXPECT_EQ(CAMPOTIPO_VALUE, error.status);
+  EXPECT_EQ(2U, error.record);
+  EXPECT_EQ(kBytes + 27, error.byte);
+  EXPECT_STREQ("aberta", error.field);
+  EXPECT_STREQ(stream.get_last_error(&stream), error.text);
+  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_stream_error(nullptr, &error));
+  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_stream_error(&stream, nullptr));
+  stream.release(&stream);
+  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_stream_error(&stream, &error));
+}
+
 TEST(Face, AStreamThatIsRefusedLeavesTheReader) {
   Face face;
   const std::string bytes = record();

@@ -308,6 +308,13 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_stream(campotipo_reader *reader
                                                         struct ArrowArrayStream *out,
                                                         campotipo_error *error);
 
+/*
+ * What the last call on such a stream said was wrong, with the place; status CAMPOTIPO_OK where
+ * nothing was. CAMPOTIPO_ARGUMENT for a stream of someone else.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status
+campotipo_stream_error(const struct ArrowArrayStream *stream, campotipo_error *error);
+
 /* The schema of such a stream, without a file. */
 CAMPOTIPO_RECORDS_API campotipo_status
 campotipo_stream_schema(const campotipo_layout *layout, const campotipo_stream_options *options,
