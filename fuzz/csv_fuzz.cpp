@@ -7,6 +7,7 @@
 #include <string>
 
 #include "errors/error.hpp"
+#include "files/input.hpp"
 #include "fuzz/memory_file.hpp"
 #include "layout/reader.hpp"
 #include "rows/loader.hpp"

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "files/input.hpp"
 #include "fuzz/memory_file.hpp"
 #include "layout/layout.hpp"
 #include "rows/loader.hpp"

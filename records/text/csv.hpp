@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "files/input.hpp"
+#include "files/source.hpp"
 #include "text/padded.hpp"
 
 namespace campotipo::records {
@@ -23,7 +23,7 @@ struct CsvBlock {
 class CsvStream {
  public:
   // block: bytes read at once, more where a row needs them.
-  explicit CsvStream(Input &input, std::size_t block = 256U << 10)
+  explicit CsvStream(Source &input, std::size_t block = 256U << 10)
       : input_(&input), most_(block), block_(block) {}
 
   // The first row; false for a file without any. Call it before read().
@@ -38,7 +38,7 @@ class CsvStream {
  private:
   bool read_more(CsvBlock &block);
 
-  Input *input_;
+  Source *input_;
   std::size_t most_;
   std::size_t block_;
   std::vector<char> rest_;

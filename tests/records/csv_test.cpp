@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "errors/error.hpp"
+#include "files/input.hpp"
 #include "tests/records/tool_fixture.hpp"
 #include "text/charset.hpp"
 #include "text/csv.hpp"

@@ -8,6 +8,7 @@
 
 #include "commands/pipeline.hpp"
 #include "errors/error.hpp"
+#include "files/input.hpp"
 #include "files/stream.hpp"
 #include "findings/statistics.hpp"
 #include "findings/validator.hpp"

@@ -16,12 +16,13 @@
  *   ArrowArrayStream     campotipo_stream             its release callback          released; it owns
  *                                                                                   its reader
  *   campotipo_rows       campotipo_rows_open          campotipo_rows_free           freed
+ *   campotipo_loader     campotipo_loader_open        campotipo_loader_free         freed
  *   texts and structures of a layout                  the layout                    the layout
  *
  * Objects may be freed in any order: a reader keeps its layout. Every *_free takes null.
  *
- * Threads: a layout never changes and is shared freely. A reader, stream or row writer belongs to
- * one thread at a time; different ones run at the same time. The library makes no threads, keeps no
+ * Threads: a layout never changes and is shared freely. A reader, stream, row writer or loader
+ * belongs to one thread at a time; different ones run at the same time. The library makes no threads, keeps no
  * state of its own, and hangs on no locale. The one thing it reads from the environment, once, is
  * CAMPOTIPO_KERNELS: "plain" asks for the inner loops that every x86-64 runs, with the same results.
  *
@@ -312,8 +313,8 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_stream(campotipo_reader *reader
  * What the last call on such a stream said was wrong, with the place; status CAMPOTIPO_OK where
  * nothing was. CAMPOTIPO_ARGUMENT for a stream of someone else.
  */
-CAMPOTIPO_RECORDS_API campotipo_status
-campotipo_stream_error(const struct ArrowArrayStream *stream, campotipo_error *error);
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_stream_error(const struct ArrowArrayStream *stream,
+                                                              campotipo_error *error);
 
 /* The schema of such a stream, without a file. */
 CAMPOTIPO_RECORDS_API campotipo_status
@@ -352,6 +353,82 @@ CAMPOTIPO_RECORDS_API void campotipo_rows_free(campotipo_rows *rows);
  */
 CAMPOTIPO_RECORDS_API campotipo_status campotipo_rows_next(campotipo_rows *rows, const char **text,
                                                            size_t *bytes, campotipo_error *error);
+
+/* ------------------------------------------------------------------------------------ writing */
+
+/*
+ * Where a file of records goes. `write` is called with `context`, from the thread that calls, with
+ * the bytes of the file in their order, which live until it returns. It gives 0, or something else
+ * where it cannot take them: CAMPOTIPO_OUTPUT then.
+ */
+typedef struct campotipo_sink {
+  size_t size; /* sizeof(struct campotipo_sink) */
+  int (*write)(void *context, const void *bytes, size_t count);
+  void *context;
+} campotipo_sink;
+
+typedef struct campotipo_loader_options {
+  size_t size; /* sizeof(struct campotipo_loader_options) */
+  /*
+   * A value that a field does not hold whole is refused: a text that is too long, a number with more
+   * decimals, a day that does not exist. `lossy` not 0: it is stored as far as it goes, and counted;
+   * of a number, date or time that cannot be stored at all, nothing is.
+   * `lost`, if not null, is told of each such value with `context`: record, field, the line of a CSV
+   * file, and the message. With it, a loader that is not lossy goes on behind the first one, so that
+   * all are told, writes nothing more, and refuses when the file is finished.
+   */
+  int lossy;
+  void (*lost)(void *context, const campotipo_error *loss);
+  void *context;
+  const char *const *ignored; /* names of columns that are passed over, whatever they hold */
+  size_t n_ignored;
+  /*
+   * The bytes in front of and behind the records, as many as the layout says. Null: what the layout
+   * tells, else zeros. `bare` not 0: the records alone, as a part of a file.
+   */
+  const void *header;
+  size_t header_bytes;
+  const void *trailer;
+  size_t trailer_bytes;
+  int bare;
+} campotipo_loader_options;
+
+typedef struct campotipo_loader campotipo_loader;
+
+/*
+ * Begins a file of records, which rows and columns are added to in any order and mixture. The sink
+ * is copied; options may be null. Nothing is written before the first records are there or the file
+ * is finished.
+ * CAMPOTIPO_ARGUMENT for a sink without `write`, and for a header or trailer of another length.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_loader_open(
+    const campotipo_layout *layout, const campotipo_sink *sink,
+    const campotipo_loader_options *options, campotipo_loader **loader, campotipo_error *error);
+
+/*
+ * Adds the rows of a CSV file, as `campotipo load` reads it: RFC 4180 with either line end, a first
+ * row with the names of the columns in any order, and with several kinds of record the column
+ * "record". A column that is missing, and an empty cell, stands for no value.
+ * CAMPOTIPO_INPUT for a file that cannot be read or whose columns the layout does not have;
+ * CAMPOTIPO_RECORD, with line and record, for a row that is none; CAMPOTIPO_VALUE, with the field
+ * too, for a value that is refused. After these three the file cannot be finished.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_load(campotipo_loader *loader,
+                                                      const campotipo_input *csv,
+                                                      campotipo_error *error);
+
+/*
+ * Ends the file. CAMPOTIPO_VALUE, with how many in the text, where values were refused and told to
+ * `lost`; CAMPOTIPO_ARGUMENT after an error, and the second time.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_loader_finish(campotipo_loader *loader,
+                                                               campotipo_error *error);
+
+/* How many records were added, and how many values of theirs are not stored whole. */
+CAMPOTIPO_RECORDS_API uint64_t campotipo_loader_records(const campotipo_loader *loader);
+CAMPOTIPO_RECORDS_API uint64_t campotipo_loader_losses(const campotipo_loader *loader);
+
+CAMPOTIPO_RECORDS_API void campotipo_loader_free(campotipo_loader *loader);
 
 #ifdef __cplusplus
 }
