@@ -25,8 +25,9 @@ static_assert(sizeof(Table::weights) == kMaxLength);
 // Sums of the decimal digits of every product of a digit and a weight.
 inline constexpr auto kDigitSums = [] {
   std::array<unsigned char, 9 * 255 + 1> sums{};
-  for (unsigned i = 1; i < sums.size(); ++i)
+  for (std::size_t i = 1; i != sums.size(); ++i) {
     sums[i] = static_cast<unsigned char>(sums[i / 10] + i % 10);
+  }
   return sums;
 }();
 

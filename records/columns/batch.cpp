@@ -147,7 +147,7 @@ void Batch::append_texts(ColumnValues &values, const std::vector<std::string> &t
   }
   for (std::size_t i = 0; i < texts.size(); ++i) {
     char *at = values.text.reserve(values.text_size + texts[i].size() + 1) + values.text_size;
-    std::memcpy(at, texts[i].data(), texts[i].size());
+    texts[i].copy(at, texts[i].size());
     values.text_size += texts[i].size();
     ends[rows_ + i + 1] = static_cast<std::int32_t>(values.text_size);
     if (empty_is_null && texts[i].empty()) set_null(values, rows_ + i, end);

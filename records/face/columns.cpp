@@ -199,7 +199,7 @@ void decode(const Field &field, const ColumnType &type, const unsigned char *con
   }
   kernels().decode(*field.type, type)(in, out);
   look_at_states(states, field, column);
-  if (!flags.empty()) {
+  if (!flags.empty() && column.values != nullptr) {
     auto *bits = static_cast<std::uint8_t *>(column.values);
     std::memset(bits, 0, (count + 7) / 8);
     for (std::size_t i = 0; i < count; ++i) {

@@ -102,7 +102,8 @@ constexpr FieldType money(const char *name, const char *form, const char *sql) {
   };
   type.measure = [](const unsigned char *field, const Params &p) {
     char text[2 * numbers::kMaxDecimals + 8];
-    return numbers::near({text, put(text, field, p)});
+    const char *end = put(text, field, p);
+    return numbers::near({text, end});
   };
   type.column = ColumnForm::kSigned;
   return type;
