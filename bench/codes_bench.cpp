@@ -8,11 +8,16 @@
 #include <vector>
 
 #include "bench/subsystems.hpp"
+#include "tests/members/digit_string.hpp"
+#include "tests/members/packed_code.hpp"
 
 namespace campotipo::bench {
 namespace {
 
 constexpr std::string_view kAlphabet = CODALFA_ALFABETO;
+constexpr const test::PackedCode &kTwelve = test::kPackedCodes[1];
+static_assert(kTwelve.n == 12 && kTwelve.bytes == 9);
+constexpr const test::DigitString &kDigits = test::kDigitStrings[0];
 
 // 512 codes of 12 characters out of the first `kinds` of an order of usual characters, with their
 // stored form, and base64 texts of the same length for the peers that know only that.
@@ -22,7 +27,7 @@ struct Codes {
     for (std::size_t i = 0; i < kInputs; ++i) {
       for (int k = 0; k < 12; ++k) text[i][k] = from[random() % from.size()];
       text[i][12] = '\0';
-      CODALF12_opc_atob(field[i], text[i], 0);
+      kTwelve.save_only(field[i], text[i], 0);
       EVP_EncodeBlock(reinterpret_cast<unsigned char *>(base64[i]), field[i], 9);
     }
   }
@@ -63,7 +68,7 @@ std::string bytes_of(const unsigned char *field, std::size_t count) {
 void twelve(const char *kind, const Codes &codes, double goal) {
   static unsigned char out[16];
   Task pack("codes", std::string("12 characters to 9 bytes, ") + kind, goal);
-  pack.ours([&](std::size_t i) { keep(CODALF12_opc_salvou(out, codes.text[i], 0)), clobber(); },
+  pack.ours([&](std::size_t i) { keep(kTwelve.save(out, codes.text[i], 0)), clobber(); },
             [&](std::size_t i) { return bytes_of(codes.field[i], 9); })
       .peer(
           "strchr and bit loop", [&](std::size_t i) { naive_pack(out, codes.text[i]), clobber(); },
@@ -94,8 +99,8 @@ void untwelve(const char *kind, const Codes &codes) {
   static char text[32];
   Task unpack("codes", std::string("9 bytes to 12 characters, ") + kind, 6);
   unpack
-      .ours([&](std::size_t i) { CODALF12_btoa(text, codes.field[i]), clobber(); },
-            [&](std::size_t i) { return std::string(CODALF12_btoa(text, codes.field[i])); })
+      .ours([&](std::size_t i) { kTwelve.read_whole(text, codes.field[i]), clobber(); },
+            [&](std::size_t i) { return std::string(kTwelve.read_whole(text, codes.field[i])); })
       .peer(
           "bit loop", [&](std::size_t i) { naive_unpack(text, codes.field[i]), clobber(); },
           [&](std::size_t i) { return naive_unpack(text, codes.field[i]), std::string(text); })
@@ -123,15 +128,15 @@ void others(const Codes &codes) {
   static unsigned char out[64];
   static char text[64];
   Task("codes", "compare 12 characters", 0).ours([&](std::size_t i) {
-    keep(CODALF12_compara(codes.field[i], codes.field[(i + 1) % kInputs]));
+    keep(kTwelve.compare(codes.field[i], codes.field[(i + 1) % kInputs]));
   });
   Task("codes", "digit string of 12 digits, store", 0).ours([&](std::size_t i) {
-    keep(BSTR21_atob(out, codes.text[i])), clobber();
+    keep(kDigits.save(out, codes.text[i])), clobber();
   });
-  static unsigned char fields[kInputs][BSTR21_BYTES];
-  for (std::size_t i = 0; i < kInputs; ++i) BSTR21_atob(fields[i], codes.text[i]);
+  static unsigned char fields[kInputs][kDigits.bytes];
+  for (std::size_t i = 0; i < kInputs; ++i) kDigits.save(fields[i], codes.text[i]);
   Task("codes", "digit string of 12 digits, show", 0).ours([&](std::size_t i) {
-    BSTR21_btoa(text, fields[i]), clobber();
+    kDigits.read(text, fields[i]), clobber();
   });
 }
 

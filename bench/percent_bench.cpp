@@ -9,6 +9,7 @@
 #include <string>
 
 #include "bench/subsystems.hpp"
+#include "tests/members/percent.hpp"
 
 namespace campotipo::bench {
 namespace {
@@ -47,30 +48,26 @@ boost::multiprecision::cpp_dec_float_50 decimal_product(const Amounts &amounts, 
   return floor(Decimal(amounts.units[i]) * amounts.stored[i] / 10000 + Decimal(0.5));
 }
 
-struct Rule {
-  const char *name;
-  void (*apply)(QUANTIA *, const QUANTIA *, const unsigned char *);
-  void (*find)(QUANTIA *, const QUANTIA *, const unsigned char *);
-};
-
-constexpr Rule kRules[] = {
-    {"cut", PORC2_multiplica, PORC2_inv_multiplica},
-    {"five up", PORC2_multipl_arred, PORC2_inv_multipl_arred},
-    {"NBR", PORC2_multipl_arr_nbr, PORC2_inv_multipl_arr_nbr},
-};
+constexpr const test::Family &kNone = test::kFamilies[0], &kTwo = test::kFamilies[2];
+static_assert(kNone.kind.decimals == 0 && kTwo.kind.decimals == 2);
+constexpr const char *kRules[] = {"cut", "five up", "NBR"};
+constexpr unsigned kFiveUp = 1;
 
 void rules(const Amounts &amounts) {
   static QUANTIA out;
   static mpz_t product;
   mpz_init2(product, 192);
-  for (const Rule &rule : kRules) {
-    Task task("percent", std::string("two decimals, ") + rule.name, 15);
+  for (unsigned rule = 0; rule < std::size(kRules); ++rule) {
+    const auto multiply = kTwo.multiply[rule];
+    Task task("percent", std::string("two decimals, ") + kRules[rule], 15);
     task.ours(
-        [&](std::size_t i) { rule.apply(&out, &amounts.value[i], amounts.percent[i]), clobber(); },
+        [&, multiply](std::size_t i) {
+          multiply(&out, &amounts.value[i], amounts.percent[i]), clobber();
+        },
         [&](std::size_t i) {
-          return rule.apply(&out, &amounts.value[i], amounts.percent[i]), units_of(out);
+          return multiply(&out, &amounts.value[i], amounts.percent[i]), units_of(out);
         });
-    if (rule.apply != PORC2_multipl_arred) continue;
+    if (rule != kFiveUp) continue;
     task.peer(
             "GMP",
             [&](std::size_t i) {
@@ -105,26 +102,22 @@ void inverses() {
     for (unsigned char percent : {1, 25, 60, 99}) {
       Task("growth", std::string("base found back, target ") + target + ".00, percent/" +
                          std::to_string(percent))
-          .ours([&, percent](std::size_t) {
-            PORC0_inv_multiplica(&out, &value, &percent), clobber();
-          });
+          .ours([&, percent](std::size_t) { kNone.search[0](&out, &value, &percent), clobber(); });
     }
   }
   QUANTIA &target = *new QUANTIA;
   _QUANTIA_atov(&target, "10000");
   static const unsigned char percent = 25;
   Task("percent", "base found back, target 10^6 units, 25%", 1500)
-      .ours([&](std::size_t) { PORC0_inv_multiplica(&out, &target, &percent), clobber(); },
-            [&](std::size_t) {
-              return PORC0_inv_multiplica(&out, &target, &percent), units_of(out);
-            });
+      .ours([&](std::size_t) { kNone.search[0](&out, &target, &percent), clobber(); },
+            [&](std::size_t) { return kNone.search[0](&out, &target, &percent), units_of(out); });
 }
 
 void texts(const Amounts &amounts) {
   static char text[16];
   Task("percent", "print two decimals", 0)
-      .ours([&](std::size_t i) { PORC2_edita(text, amounts.percent[i]), clobber(); },
-            [&](std::size_t i) { return std::string(PORC2_edita(text, amounts.percent[i])); })
+      .ours([&](std::size_t i) { kTwo.edit[0](text, amounts.percent[i]), clobber(); },
+            [&](std::size_t i) { return std::string(kTwo.edit[0](text, amounts.percent[i])); })
       .peer(
           "snprintf",
           [&](std::size_t i) {

@@ -15,6 +15,11 @@
 namespace campotipo::bench {
 namespace {
 
+constexpr const test::Numeric &kEight = test::kBinaries[8 - 1];
+constexpr const test::Numeric &kThirtyEight = test::kQuantities[16 - 9];
+constexpr const test::Numeric &kFifty = test::kQuantities[21 - 9];
+static_assert(kEight.bytes == 8 && kThirtyEight.digits == 38 && kFifty.digits == 50);
+
 std::mt19937_64 random_words(7);
 
 // 512 numbers as text, without leading zeros, each of `digits` digits or, for 0, of 8 to 19.
@@ -33,7 +38,7 @@ struct Texts {
 struct Word {
   alignas(64) unsigned char bytes[kInputs][8];
   explicit Word(const Texts &texts) {
-    for (std::size_t i = 0; i < kInputs; ++i) _ato8(bytes[i], texts.of[i].c_str());
+    for (std::size_t i = 0; i < kInputs; ++i) kEight.from_text(bytes[i], texts.of[i].c_str());
   }
   std::uint64_t value(std::size_t i) const {
     std::uint64_t word;
@@ -57,7 +62,7 @@ void eight_bytes(std::size_t digits, double parse_goal, double print_goal) {
   const auto number = [](std::uint64_t value) { return std::to_string(value); };
 
   Task("numbers", "parse " + of, parse_goal)
-      .ours([&](std::size_t i) { _ato8(out, texts.of[i].c_str()), clobber(); },
+      .ours([&](std::size_t i) { kEight.from_text(out, texts.of[i].c_str()), clobber(); },
             [&, number](std::size_t i) { return number(words.value(i)); })
       .peer(
           "strtoull", [&](std::size_t i) { keep(std::strtoull(texts.of[i].c_str(), nullptr, 10)); },
@@ -78,8 +83,8 @@ void eight_bytes(std::size_t digits, double parse_goal, double print_goal) {
             return number(value);
           });
   Task("numbers", "print " + of, print_goal)
-      .ours([&](std::size_t i) { _8toa(text, words.bytes[i]), clobber(); },
-            [&](std::size_t i) { return std::string(_8toa(text, words.bytes[i])); })
+      .ours([&](std::size_t i) { kEight.to_text(text, words.bytes[i]), clobber(); },
+            [&](std::size_t i) { return std::string(kEight.to_text(text, words.bytes[i])); })
       .peer(
           "snprintf",
           [&](std::size_t i) {
@@ -104,7 +109,7 @@ void eight_bytes(std::size_t digits, double parse_goal, double print_goal) {
 }
 
 // One member with its operations, so that each task is told once.
-struct Wide : campotipo::test::Numeric {
+struct Wide : test::Numeric {
   Wide(const Numeric &member, double to_parse, double to_print)
       : Numeric(member), parse_goal(to_parse), print_goal(to_print) {}
   double parse_goal, print_goal;
@@ -234,18 +239,18 @@ void arithmetic_of(const Wide &member, const std::string &of, const Numbers &num
 // Cost over the power: flat, since a power is a shift of digits.
 void growth() {
   static unsigned char out[32];
-  static const Wide member(campotipo::test::kQuantities[21 - 9], 0, 0);
+  static const Wide member(kFifty, 0, 0);
   const Numbers &numbers = lasting<Numbers>(member, lasting<Texts>(50));
   for (unsigned power : {1u, 9u, 18u, 27u, 36u, 45u})
     Task("growth", "50 digits by a power of ten/" + std::to_string(power))
         .ours([&, power](std::size_t i) {
-          BINQ21_mul_por_potencia_de_dez(out, numbers.fields[i], power);
+          kFifty.scaling.multiply(out, numbers.fields[i], power);
           clobber();
         });
   for (std::size_t digits : {5, 10, 20, 30, 40, 50}) {
     const Texts &texts = lasting<Texts>(digits);
     Task("growth", "digits parsed/" + std::to_string(digits)).ours([&](std::size_t i) {
-      BINQ21_atob(out, texts.of[i].c_str());
+      kFifty.from_text(out, texts.of[i].c_str());
       clobber();
     });
   }
@@ -266,8 +271,7 @@ void register_quantities() {
   eight_bytes(13, 6, 8.5);
   eight_bytes(19, 6, 8.5);
   eight_bytes(0, 6, 8.5);
-  static const Wide members[] = {{campotipo::test::kQuantities[16 - 9], 15, 20},
-                                 {campotipo::test::kQuantities[21 - 9], 21, 28}};
+  static const Wide members[] = {{kThirtyEight, 15, 20}, {kFifty, 21, 28}};
   for (const Wide &member : members) {
     const std::string of = std::to_string(member.digits) + " digits";
     const Texts &texts = lasting<Texts>(static_cast<std::size_t>(member.digits));
