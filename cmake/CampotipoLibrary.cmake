@@ -27,6 +27,10 @@ if(CAMPOTIPO_SANITIZE)
   endif()
 endif()
 
+# Marks for control-flow protection, where the processor knows them.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection CAMPOTIPO_HAS_CF_PROTECTION)
+
 # What only the libraries are compiled with. The tests read their records and arguments from the
 # debug information. Sanitizers need the C++ driver and intercepted calls.
 add_library(campotipo_library_flags INTERFACE)
@@ -34,7 +38,8 @@ target_link_libraries(campotipo_library_flags INTERFACE campotipo_flags)
 target_compile_definitions(campotipo_library_flags INTERFACE CAMPOTIPO_BUILDING)
 target_compile_options(campotipo_library_flags INTERFACE
   -iquote${PROJECT_SOURCE_DIR}/library -fno-semantic-interposition
-  -fstack-protector-strong -fcf-protection -fno-plt
+  -fstack-protector-strong -fno-plt
+  $<$<BOOL:${CAMPOTIPO_HAS_CF_PROTECTION}>:-fcf-protection>
   $<$<BOOL:${CAMPOTIPO_BUILD_TESTS}>:-g>
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics>)
 if(NOT CAMPOTIPO_SANITIZE)

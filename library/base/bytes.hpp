@@ -107,8 +107,9 @@ inline constexpr bool kWideReads = true;
 // The least page of any Linux; larger ones are multiples of it.
 inline constexpr std::uintptr_t kPage = 4096;
 
+// `count` is at most a page.
 inline bool same_page(const void *from, std::size_t count) {
-  return kWideReads && reinterpret_cast<std::uintptr_t>(from) % kPage + count <= kPage;
+  return kWideReads && reinterpret_cast<std::uintptr_t>(from) % kPage <= kPage - count;
 }
 
 }  // namespace campotipo::bytes

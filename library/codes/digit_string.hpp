@@ -79,15 +79,11 @@ template <int N>
   return text;
 }
 
-// How a count of digits falls into the limbs.
-struct Split {
-  explicit Split(std::size_t count)
-      : above(count < kLimbDigits ? 0 : count - kLimbDigits), below(count - above) {}
-  bool holds(std::uint64_t low, std::uint64_t high) const {
-    return low < digits::kPowerOfTen[below] && high < digits::kPowerOfTen[above];
-  }
-  std::size_t above, below;
-};
+// Whether the limbs have no more digits than the count tells.
+inline bool holds(std::size_t count, std::uint64_t low, std::uint64_t high) {
+  if (count <= kLimbDigits) return high == 0 && low < digits::kPowerOfTen[count];
+  return low < digits::kPowerOfTen[kLimbDigits] && high < digits::kPowerOfTen[count - kLimbDigits];
+}
 
 template <int N>
 inline char *to_text(char *text, const unsigned char *src) {
@@ -99,22 +95,23 @@ inline char *to_text(char *text, const unsigned char *src) {
   // Both limbs before the first digit: the text may be written where the field stands.
   const std::uint64_t low = wide::load_limb<N, 0>(src + 1);
   const std::uint64_t high = wide::load_limb<N, 1>(src + 1);
-  const Split split(count);
-  if (!split.holds(low, high)) return cut_to_text<N>(text, src + 1, count);
+  if (!holds(count, low, high)) return cut_to_text<N>(text, src + 1, count);
   unsigned char limb[8];
-  if (split.above != 0) {
+  std::size_t above = 0;
+  if (count > kLimbDigits) {
+    above = count - kLimbDigits;
     bytes::store(limb, high);
-    _8btoa(limb, text, static_cast<int>(split.above));
+    _8btoa(limb, text, static_cast<int>(above));
   }
   bytes::store(limb, low);
-  _8btoa(limb, text + split.above, static_cast<int>(split.below));
+  _8btoa(limb, text + above, static_cast<int>(count - above));
   return text;
 }
 
 template <int N>
 inline int is_well_formed(const unsigned char *src) {
   return src[0] <= kMember<N>.digits &&
-         Split(src[0]).holds(wide::load_limb<N, 0>(src + 1), wide::load_limb<N, 1>(src + 1));
+         holds(src[0], wide::load_limb<N, 0>(src + 1), wide::load_limb<N, 1>(src + 1));
 }
 
 }  // namespace campotipo::codes::digit_string

@@ -9,8 +9,10 @@
 #include <cstring>
 #include <type_traits>
 
+#include "base/digits.hpp"
 #include "codes/alphabet.hpp"
-#include "codes/x86/packed_blocks.hpp"
+#include "codes/x86/packed_read.hpp"
+#include "codes/x86/packed_save.hpp"
 
 // Packed codes of n positions at six bits each, one position at a time. What goes sixteen positions
 // at a time, and gives the same, is asked first where there is such a processor.
@@ -62,69 +64,79 @@ inline void put_four(unsigned char *dest, std::size_t n, std::size_t at, unsigne
   if (n - at > 2) to[2] = static_cast<unsigned char>(four);
 }
 
+// Empties all positions from `end` on, and the spare bits.
+inline void clear_from(unsigned char *dest, std::size_t positions, std::size_t end) {
+  const std::size_t kept = (6 * end + 7) / 8;
+  if (6 * end % 8 != 0) dest[kept - 1] &= static_cast<unsigned char>(0xFF00 >> 6 * end % 8);
+  std::memset(dest + kept, 0, (6 * positions + 7) / 8 - kept);
+}
+
 // What of a text counts: the characters that have a code, without the blanks that end it.
 struct Count {
   std::size_t length = 0;
-  std::size_t before_strange = SIZE_MAX;  // those in front of the first character without a code
+  std::size_t digits = 0;
+  bool only_digits() const { return length != 0 && digits == length; }
 };
 
-inline Count count_text(const char *text) {
+inline Count count_codes(Codes codes) {
   Count count;
-  for (std::size_t seen = 0; *text != '\0'; ++text) {
-    const int code = code_of(*text);
-    if (code < 0) {
-      count.before_strange = std::min(count.before_strange, seen);
-      continue;
-    }
+  std::size_t seen = 0;
+  while (const unsigned code = codes.next()) {
     ++seen;
     if (code != kBlankCode) count.length = seen;
+    count.digits += code - kZeroCode <= kNineCode - kZeroCode;
   }
   return count;
 }
 
-// The code of the next character that has one.
-inline unsigned next_code(const char *&text) {
-  int code;
-  do code = code_of(*text++);
-  while (code < 0);
-  return static_cast<unsigned>(code);
-}
-
-inline bool only_digits(const char *text, std::size_t length) {
-  for (std::size_t taken = 0; taken < length; ++taken)
-    if (next_code(text) - kZeroCode > kNineCode - kZeroCode) return false;
-  return length != 0;
-}
-
 inline int save_by_character(unsigned char *dest, const char *text, int n, int opc) {
   const std::size_t positions = positions_of(n);
-  const Count count = count_text(text);
-  std::size_t cut = 0;
+  Codes codes(text);
   std::size_t fill = 0;
-  if (count.length > positions && has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA))
-    cut = count.length - positions;
-  if (count.length < positions && has_flag(opc, CODALFA_OPC_ZEROS) &&
-      (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || only_digits(text, count.length)))
-    fill = positions - count.length;
-
-  for (std::size_t dropped = 0; dropped < cut; ++dropped) next_code(text);
-  const std::size_t stored = std::min(count.length, positions);
-  const std::size_t end = fill + stored;
-  std::size_t at = 0;
-  for (; at < end; at += 4) {
-    unsigned four = 0;
-    for (std::size_t position = at; position < at + 4; ++position) {
-      four <<= 6;
-      if (position < end) four |= position < fill ? unsigned{kZeroCode} : next_code(text);
-    }
-    put_four(dest, positions, at, four);
+  if (has_flag(opc, CODALFA_OPC_ZEROS | CODALFA_OPC_CORTA_ESQUERDA)) {
+    const Count count = count_codes(codes);
+    if (has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA))
+      for (std::size_t left = count.length; left > positions; --left) codes.next();
+    if (count.length < positions && has_flag(opc, CODALFA_OPC_ZEROS) &&
+        (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || count.only_digits()))
+      fill = positions - count.length;
   }
-  if (at < positions) std::memset(dest + at / 4 * 3, 0, CODALFA_BYTES(positions - at));
-  // A character without a code counts if it was met: in front of the last that was taken.
-  return count.before_strange >= cut + stored;
+
+  // What is stored ends behind the last character that is no blank; blanks behind it are taken back.
+  std::size_t end = 0;
+  unsigned four;
+  if (fill == 0)
+    for (; end + 4 <= positions && codes.take_four(four); end += 4)
+      put_four(dest, SIZE_MAX, end, four);
+  const char *taken = codes.place();
+  unsigned code = kZeroCode;
+  for (std::size_t at = end; at < positions && code != 0; at += 4) {
+    const std::size_t behind = std::min(at + 4, positions);
+    four = 0;
+    for (std::size_t position = at; position < behind; ++position) {
+      code = position < fill ? unsigned{kZeroCode} : codes.next();
+      four = four << 6 | code;
+      if (code <= kBlankCode) continue;
+      end = position + 1;
+      taken = codes.place();
+    }
+    put_four(dest, positions, at, four << 6 * (at + 4 - behind));
+  }
+  // At the end of a full field a blank stays if the text goes on behind it.
+  if (end < positions && code == kBlankCode) {
+    Codes rest = codes;
+    do code = rest.next();
+    while (code == kBlankCode);
+    if (code != 0) {
+      end = positions;
+      taken = codes.place();
+    }
+  }
+  clear_from(dest, positions, end);
+  return !codes.strange_before(taken);
 }
 
-// 1, or 0 if a character without a code was passed over.
+// 1, or 0 if a character without a code was dropped.
 template <class N>
 [[gnu::always_inline]] inline int save(unsigned char *dest, const char *text, N n, int opc) {
   return save_in_blocks(dest, text, n, opc);
@@ -144,6 +156,10 @@ inline char *decode_by_position(char *dest, const unsigned char *src, int n) {
   }
   *dest = '\0';
   return dest;
+}
+
+inline bool only_digits(const char *text, std::size_t length) {
+  return length != 0 && std::all_of(text, text + length, digits::is_digit);
 }
 
 // What the options make of the whole text of a field, which ends at `end` with a NUL.

@@ -179,11 +179,17 @@ inline int store_number(unsigned char *dest, std::uint64_t value) {
   return value << (64 - 8 * N) != 0;
 }
 
+// Not in line, since the kernel in front of it would keep registers for it.
+template <int N>
+[[gnu::noinline]] inline int parse_any(unsigned char *dest, const char *text) {
+  return store_number<N>(dest, scan_digits(skip_blanks(text), UINT_MAX).value);
+}
+
 template <int N>
 inline int parse(unsigned char *dest, const char *text) {
   std::uint64_t value;
-  if (!x86::parse(text, value)) value = scan_digits(skip_blanks(text), UINT_MAX).value;
-  return store_number<N>(dest, value);
+  if (x86::parse(text, value)) return store_number<N>(dest, value);
+  return parse_any<N>(dest, text);
 }
 
 template <int N>
