@@ -11,6 +11,8 @@ namespace campotipo::records {
 
 namespace {
 
+constexpr std::size_t kLongestForm = 64;
+
 constexpr NamedCheck::Letters kNone = NamedCheck::kNone;
 constexpr NamedCheck::Letters kSome = NamedCheck::kSome;
 constexpr NamedCheck::Letters kAtLeastOne = NamedCheck::kAtLeastOne;
@@ -80,6 +82,33 @@ std::string without_punctuation(std::string_view text) {
     if (std::string_view(".-/ \t\r\n").find(c) == std::string_view::npos) clean += c;
   }
   return clean;
+}
+
+bool can_be(const NamedCheck &check, std::string_view text) {
+  if (check.shortest == 0 || text.size() < check.shortest || text.size() > check.longest) {
+    return false;
+  }
+  const auto is_capital = [](char c) { return c >= 'A' && c <= 'Z'; };
+  const auto digits = std::count_if(text.begin(), text.end(), ascii::is_digit);
+  const auto capitals = std::count_if(text.begin(), text.end(), is_capital);
+  if (digits + capitals != static_cast<std::ptrdiff_t>(text.size())) return false;
+  switch (check.letters) {
+    case NamedCheck::kNone:
+      return capitals == 0;
+    case NamedCheck::kSome:
+      return true;
+    case NamedCheck::kAtLeastOne:
+      return capitals > 0;
+  }
+  return false;  // GCOVR_EXCL_LINE: the switch has every value
+}
+
+std::string usual_form(const NamedCheck &check, const std::string &text) {
+  if (check.punctuate == nullptr) return text;
+  std::string form(kLongestForm, '\0');
+  check.punctuate(form.data(), text.c_str());
+  form.resize(form.find('\0'));
+  return form;
 }
 
 bool holds(const NamedCheck &check, std::string_view text) {

@@ -26,6 +26,12 @@ const NamedCheck *named_check(std::string_view name);
 // A text without points, dashes, slashes and blanks.
 std::string without_punctuation(std::string_view text);
 
+// Whether a text has the length and the characters of a kind of document.
+bool can_be(const NamedCheck &check, std::string_view text);
+
+// Such a text in its usual form; the text itself where there is none.
+std::string usual_form(const NamedCheck &check, const std::string &text);
+
 // Whether the check holds for a text, of which punctuation does not count. A text without content,
 // zeros included, is not checked; a number that lost its leading zeros gets them back.
 bool holds(const NamedCheck &check, std::string_view text);

@@ -18,40 +18,11 @@ constexpr const char *kExample =
     "Examples:\n"
     "  campotipo document 12.ABC.345/01DE-35\n"
     "  campotipo document 12345678909";
-constexpr std::size_t kLongestForm = 64;
 
 struct Request {
   std::string text;
   bool strict = false;
 };
-
-// Whether a text has the length and the characters of a kind of document.
-bool can_be(const NamedCheck &check, const std::string &text) {
-  if (check.shortest == 0 || text.size() < check.shortest || text.size() > check.longest) {
-    return false;
-  }
-  const auto is_capital = [](char c) { return c >= 'A' && c <= 'Z'; };
-  const auto digits = std::count_if(text.begin(), text.end(), ascii::is_digit);
-  const auto capitals = std::count_if(text.begin(), text.end(), is_capital);
-  if (digits + capitals != static_cast<std::ptrdiff_t>(text.size())) return false;
-  switch (check.letters) {
-    case NamedCheck::kNone:
-      return capitals == 0;
-    case NamedCheck::kSome:
-      return true;
-    case NamedCheck::kAtLeastOne:
-      return capitals > 0;
-  }
-  return false;  // GCOVR_EXCL_LINE: the switch has every value
-}
-
-std::string usual_form(const NamedCheck &check, const std::string &text) {
-  if (check.punctuate == nullptr) return text;
-  std::string form(kLongestForm, '\0');
-  check.punctuate(form.data(), text.c_str());
-  form.resize(form.find('\0'));
-  return form;
-}
 
 int document(const Request &request) {
   const std::string text = without_punctuation(request.text);
