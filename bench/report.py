@@ -2,6 +2,7 @@
 
 report.py times TIMES.json FOOTPRINT.tsv RECORD_TOOL.txt INSTRUCTIONS.tsv OUT.md
 report.py instructions BASE_FOLDER V3_FOLDER TABLE.tsv [--compare]
+report.py section TITLE TEXT.md OUT.md     a section that another program measured, in the place of the old
 """
 
 import collections
@@ -200,6 +201,32 @@ def processor():
     return platform.processor()
 
 
+# Sections that other programs measure and this one keeps when it writes the rest.
+KEPT = ["SQL over a file of records"]
+
+
+def section_of(text, title):
+    """(begin, end) of a section in a page; both its end where it is not there."""
+    begin = text.find(f"\n## {title}\n")
+    if begin < 0:
+        return len(text), len(text)
+    end = text.find("\n## ", begin + 1)
+    return begin, end if end >= 0 else len(text)
+
+
+def put_section(title, body, out):
+    page = pathlib.Path(out)
+    text = page.read_text()
+    begin, end = section_of(text, title)
+    page.write_text(text[:begin] + f"\n## {title}\n\n{body.strip()}\n" + text[end:])
+
+
+def kept_sections(out):
+    page = pathlib.Path(out)
+    text = page.read_text() if page.exists() else ""
+    return "".join(text[slice(*section_of(text, title))] for title in KEPT)
+
+
 def write_report(times, footprint, record_tool, instructions, out):
     context, families = read_times(times)
     call = families["floor"]["call"][OURS][0]
@@ -240,7 +267,7 @@ the loader), g++ {gxx_version()}. Peers are Debian's packages.
     text += table(["task", "baseline", "x86-64-v3"],
                   [[task, f"{base:.1f}", f"{v3:.1f}"] for task, (base, v3) in kept.items() if not task.startswith("growth/")])
     path = pathlib.Path(out)
-    path.write_text(text)
+    path.write_text(text + kept_sections(out))
     path.with_suffix(".svg").write_text(chart(families))
 
 
@@ -263,5 +290,7 @@ if __name__ == "__main__":
         write_report(*sys.argv[2:])
     elif sys.argv[1:2] == ["instructions"] and len(sys.argv) in (5, 6):
         write_instructions(*sys.argv[2:5], compare="--compare" in sys.argv)
+    elif sys.argv[1:2] == ["section"] and len(sys.argv) == 5:
+        put_section(sys.argv[2], pathlib.Path(sys.argv[3]).read_text(), sys.argv[4])
     else:
         sys.exit(__doc__)
