@@ -36,6 +36,15 @@ const char *const kLayouts[] = {
     "name='r'\nheader={hex='AB'}\n[[field]]\nname='g'\ncount=2\n[[field.field]]\nname='x'\n"
     "type='BIN2'\ncount=2\n[[field.field]]\nname='y'\ntype='ZBTFIELD'\nbits=[1, 7, 4]\n[[field]]\n"
     "type='fill'\nhex='20'\n[[field]]\nname='c'\ntype='CODALFA'\npositions=11\ncheck='CPF'\n",
+    "name='r'\nfield=[{name='t',type='TEXT',bytes=3},{name='p',type='TEXT',bytes=2,pad='0'},"
+    "{name='d',type='DIGITS',digits=3,empty=' '},{name='n',type='NUM',digits=4,decimals=2},"
+    "{name='s',type='NUM',digits=2,sign='leading',pad=' ',empty=[' ','9']},"
+    "{name='o',type='NUM',digits=20,sign='overpunch'},{name='a',type='DATE',stored='DDMMAA'},"
+    "{name='h',type='TIME',stored='HHMM',column='a',join='T'}]\n",
+    "name='r'\nencoding='UTF-8'\nfield=[{name='t',type='TEXT',bytes=18,empty=['0',' ']},"
+    "{name='s',type='NUM',digits=40,decimals=40,sign='trailing'},"
+    "{name='a',type='DATE',stored='AAAA-MM-DD',format='AA/MM/DD',empty=['99991231--','0']},"
+    "{name='h',type='TIME',stored='HHMMSS'}]\n",
 };
 
 // A layout and what is made of it once.

@@ -1,40 +1,15 @@
 // Compiled once for every x86-64 and once for x86-64-v3, each in a namespace of its own. What is
 // inlined here must not be shared: a function of the standard library, compiled for the newer
 // processors and merged by the linker, would run on the older ones too.
-#include "columns/kernels.hpp"
-#include "columns/parts.hpp"
+#include "columns/decode_values.hpp"
 
 namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE {
 
 namespace {
 
-using U64 = std::uint64_t;
-__extension__ typedef unsigned __int128 U128;
-__extension__ typedef __int128 I128;
-
-template <class Value>
-void put(void *values, std::size_t at, Value value) {
-  __builtin_memcpy(static_cast<char *>(values) + at * sizeof value, &value, sizeof value);
-}
-
-template <int Bytes>
-U64 load(const unsigned char *field) {
-  U64 value = 0;
-  __builtin_memcpy(&value, field, Bytes);
-  return value;
-}
-
-bool note(const DecodeOutput &out, std::size_t at, ValueState state) {
-  out.states[at] = static_cast<std::uint8_t>(state);
-  return true;
-}
-
-bool at_fault(const DecodeInput &in, const unsigned char *field) {
-  return in.type->fault(field, *in.params) != nullptr;
-}
-
 bool text(const DecodeInput &in, const DecodeOutput &out) {
   bool any = false;
+  const bool nullable = (in.type->traits & kNullable) != 0;
   const std::int32_t begin = out.begin;
   char *at = out.bytes;
   for (std::size_t i = 0; i < in.count; ++i) {
@@ -42,7 +17,9 @@ bool text(const DecodeInput &in, const DecodeOutput &out) {
     if (at_fault(in, field)) {
       any = note(out, i, ValueState::kFault);
     } else {
-      at = in.type->put(at, field, *in.params);
+      char *end = in.type->put(at, field, *in.params);
+      if (nullable && end == at) any = note(out, i, ValueState::kNull);
+      at = end;
     }
     out.offsets[i] = begin + static_cast<std::int32_t>(at - out.bytes);
   }
@@ -93,21 +70,6 @@ bool limbs(const DecodeInput &in, const DecodeOutput &out) {
   return any;
 }
 
-struct Wide256 {
-  U64 word[4];
-};
-
-Wide256 times_limb_plus(const Wide256 &value, U64 limb) {
-  Wide256 result;
-  U128 carry = limb;
-  for (int i = 0; i < 4; ++i) {
-    carry += U128{value.word[i]} * kLimb;
-    result.word[i] = static_cast<U64>(carry);
-    carry >>= 64;
-  }
-  return result;
-}
-
 template <int Bytes>
 bool limbs256(const DecodeInput &in, const DecodeOutput &out) {
   bool any = false;
@@ -118,8 +80,8 @@ bool limbs256(const DecodeInput &in, const DecodeOutput &out) {
       any = note(out, i, ValueState::kFault);
     } else {
       if constexpr (Bytes > 16) value.word[0] = load<Bytes - 16>(field + 16);
-      value = times_limb_plus(value, load<(Bytes > 16 ? 8 : Bytes - 8)>(field + 8));
-      value = times_limb_plus(value, load<8>(field));
+      value = times_plus(value, kLimb, load<(Bytes > 16 ? 8 : Bytes - 8)>(field + 8));
+      value = times_plus(value, kLimb, load<8>(field));
     }
     put(out.values, i, value);
   }
@@ -177,7 +139,7 @@ bool times(const DecodeInput &in, const DecodeOutput &out) {
     if (at_fault(in, field)) {
       any = note(out, i, ValueState::kFault);
     } else {
-      value = static_cast<Value>(second_of_day(field, in.type->column) * kUnit);
+      value = static_cast<Value>(second_of_day(field, in.type->column, *in.params) * kUnit);
     }
     put(out.values, i, value);
   }
@@ -217,9 +179,8 @@ Decode bits_of(Physical physical) {
 Decode decode(const FieldType &type, const ColumnType &column) {
   const Physical physical = column.physical;
   if (physical == Physical::kUtf8) return text;
+  if (const Decode characters = decode_characters(type, column)) return characters;
   switch (type.column) {
-    case ColumnForm::kText:
-      break;
     case ColumnForm::kUnsigned:
       return unsigned_of(type.bytes, physical);
     case ColumnForm::kSigned:
@@ -233,6 +194,8 @@ Decode decode(const FieldType &type, const ColumnType &column) {
       return physical == Physical::kTime64 ? times<std::int64_t> : times<std::int32_t>;
     case ColumnForm::kBits:
       return bits_of(physical);
+    default:
+      break;
   }
   return text;
 }

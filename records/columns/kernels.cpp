@@ -20,9 +20,12 @@ constexpr Kernels kBaseline = {"baseline", baseline::decode};
 #ifdef CAMPOTIPO_KERNELS_V3
 constexpr Kernels kV3 = {"x86-64-v3", v3::decode};
 
-bool is_v3() {
+bool are_plain_wanted() {
   const char *wanted = std::getenv("CAMPOTIPO_KERNELS");
-  if (wanted != nullptr && std::strcmp(wanted, "plain") == 0) return false;
+  return wanted != nullptr && std::strcmp(wanted, "plain") == 0;
+}
+
+bool is_v3() {
   __builtin_cpu_init();
   return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
          __builtin_cpu_supports("bmi2") != 0 && __builtin_cpu_supports("fma") != 0;
@@ -33,11 +36,19 @@ bool is_v3() {
 
 const Kernels &kernels() {
 #ifdef CAMPOTIPO_KERNELS_V3
-  static const Kernels &chosen = is_v3() ? kV3 : kBaseline;
+  static const Kernels &chosen = is_v3() && !are_plain_wanted() ? kV3 : kBaseline;
   return chosen;
 #else
   return kBaseline;
 #endif
+}
+
+std::vector<const Kernels *> all_kernels() {
+  std::vector<const Kernels *> all = {&kBaseline};
+#ifdef CAMPOTIPO_KERNELS_V3
+  if (is_v3()) all.push_back(&kV3);
+#endif
+  return all;
 }
 
 }  // namespace campotipo::records

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "columns/physical.hpp"
 #include "kinds/type.hpp"
@@ -16,6 +17,7 @@ struct DecodeInput {
   std::size_t offset;  // of the field in each
   const FieldType *type;
   const Params *params;
+  std::size_t record_bytes = 0;  // that may be read of each; 0: those of the field
 };
 
 // What became of a value.
@@ -40,5 +42,8 @@ struct Kernels {
 // Those of this processor, chosen at the first call; the environment variable
 // CAMPOTIPO_KERNELS=plain asks for those that every x86-64 runs.
 const Kernels &kernels();
+
+// All that this processor runs, for tests.
+std::vector<const Kernels *> all_kernels();
 
 }  // namespace campotipo::records

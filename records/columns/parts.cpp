@@ -1,30 +1,16 @@
 #include "columns/parts.hpp"
 
 #include "kinds/bits.hpp"
+#include "kinds/civil.hpp"
 #include "kinds/dates.hpp"
+#include "kinds/text_dates.hpp"
+#include "kinds/text_numbers.hpp"
 
 namespace campotipo::records {
 
 namespace {
 
 constexpr int kMostText = 64;
-
-bool is_leap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
-int days_in_month(int month, int year) {
-  constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return kDays[month - 1] + (month == 2 && is_leap(year) ? 1 : 0);
-}
-
-// Howard Hinnant, "chrono-Compatible Low-Level Date Algorithms": years that begin in March, in eras
-// of 400.
-std::int32_t days_from_civil(int day, int month, int year) {
-  const int from_march = month > 2 ? year : year - 1;
-  const int era = from_march / 400;
-  const int of_era = from_march - era * 400;
-  const int of_year = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
-  return era * 146097 + of_era * 365 + of_era / 4 - of_era / 100 + of_year - 719468;
-}
 
 }  // namespace
 
@@ -41,15 +27,34 @@ DayState civil_day(const unsigned char *field, const FieldType &type, const Para
   const int month = DATAC_mes(field);
   const int year = DATAC_ano1(field);
   const int of_month = DATAC_dia(field);
-  if (year < 1 || month < 1 || month > 12 || of_month < 1 ||
-      of_month > days_in_month(month, year)) {
-    return DayState::kNoDay;
-  }
-  day = days_from_civil(of_month, month, year);
+  if (!civil::exists(of_month, month, year)) return DayState::kNoDay;
+  day = civil::days(of_month, month, year);
   return DayState::kDay;
 }
 
-std::int32_t second_of_day(const unsigned char *field, ColumnForm form) {
+bool is_none(const unsigned char *field, const Params &p) {
+  return characters::is_absent(field, p);
+}
+
+DayState text_day(const unsigned char *field, const Params &p, std::int32_t &day) {
+  if (characters::is_absent(field, p)) return DayState::kAbsent;
+  text_dates::Day date;
+  if (!text_dates::read(date, field, p)) return DayState::kNoDay;
+  day = civil::days(date.day, date.month, date.year);
+  return DayState::kDay;
+}
+
+bool text_digits(const unsigned char *field, const Params &p, unsigned char *digits,
+                 bool &negative) {
+  text_numbers::Digits number;
+  if (!text_numbers::read(number, field, p)) return false;
+  negative = number.negative;
+  std::memcpy(digits, number.digit, static_cast<std::size_t>(p.n));
+  return true;
+}
+
+std::int32_t second_of_day(const unsigned char *field, ColumnForm form, const Params &p) {
+  if (form == ColumnForm::kTextTime) return text_dates::seconds(field, p);
   return form == ColumnForm::kMinutes ? times::minutes(field) * 60 : times::seconds(field);
 }
 

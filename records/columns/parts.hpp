@@ -18,6 +18,16 @@ enum class DayState : std::uint8_t { kDay, kAbsent, kNoDay };
 DayState civil_day(const unsigned char *field, const FieldType &type, const Params &p,
                    std::int32_t &day);
 
-std::int32_t second_of_day(const unsigned char *field, ColumnForm form);
+// Whether a field that is stored as characters stands for no value.
+bool is_none(const unsigned char *field, const Params &p);
+
+// As civil_day(), of a date that is stored as text.
+DayState text_day(const unsigned char *field, const Params &p, std::int32_t &day);
+
+// The digits of a number that is stored as text, none of them a blank; false for no number.
+bool text_digits(const unsigned char *field, const Params &p, unsigned char *digits,
+                 bool &negative);
+
+std::int32_t second_of_day(const unsigned char *field, ColumnForm form, const Params &p);
 
 }  // namespace campotipo::records

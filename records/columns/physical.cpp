@@ -38,6 +38,12 @@ ColumnType whole_number(const Field &field, Wide wide) {
   return {bytes <= 3 ? Physical::kInt32 : Physical::kInt64};
 }
 
+ColumnType digits(const Field &field, Wide wide) {
+  const int digits = field.params.n;
+  if (field.params.decimals > 0 || digits > 18) return decimal(field, digits, wide);
+  return {digits <= 9 ? Physical::kInt32 : Physical::kInt64};
+}
+
 ColumnType bits(const Field &field) {
   const int bits = field.params.n;
   if (bits == 1) return {Physical::kBool};
@@ -79,6 +85,8 @@ std::string ColumnType::arrow() const {
 ColumnType column_type(const Field &field, Wide wide, Times times) {
   switch (field.type->column) {
     case ColumnForm::kText:
+    case ColumnForm::kCharacters:
+    case ColumnForm::kDigitString:
       break;
     case ColumnForm::kUnsigned:
       return whole_number(field, wide);
@@ -86,10 +94,14 @@ ColumnType column_type(const Field &field, Wide wide, Times times) {
       return decimal(field, 19, wide);
     case ColumnForm::kLimbs:
       return decimal(field, field.type->count, wide);
+    case ColumnForm::kNumber:
+      return digits(field, wide);
     case ColumnForm::kDate:
+    case ColumnForm::kTextDate:
       return {Physical::kDate32};
     case ColumnForm::kMinutes:
     case ColumnForm::kSeconds:
+    case ColumnForm::kTextTime:
       return {times == Times::kSeconds ? Physical::kTime32 : Physical::kTime64};
     case ColumnForm::kBits:
       return bits(field);

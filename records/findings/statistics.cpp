@@ -120,8 +120,8 @@ void FieldStatistics::add(const unsigned char *record) {
     distinct_.add(bytes, field_->bytes);
   }
   add_text(record);
-  // Nothing is a number like any other, but no date, code or text.
-  const bool number = (field_->type->traits & kRight) != 0;
+  // Nothing is a number like any other where none can be absent, but no date, code or text.
+  const bool number = (field_->type->traits & (kRight | kNullable)) == kRight;
   if (empty && !number) return;
   add_order(bytes);
   if (field_->type->measure == nullptr) return;

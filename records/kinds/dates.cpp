@@ -74,6 +74,21 @@ std::shared_ptr<const DatePattern> date_pattern(const std::string &text) {
 
 namespace dates {
 
+bool read_form(const DatePattern::Form &form, __m128i text, unsigned char *digits) {
+  const auto vector = [](const auto &bytes) {
+    return scan::load(reinterpret_cast<const char *>(bytes.data()));
+  };
+  const __m128i value = _mm_sub_epi8(text, vector(form.character));
+  const __m128i above = vector(form.above);
+  if (scan::mask(_mm_cmpeq_epi8(_mm_max_epu8(value, above), above)) != 0xFFFF) return false;
+  std::array<unsigned char, DatePattern::kLongest + 1> values;
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(values.data()), value);
+  values[DatePattern::kNowhere] = 0;
+#pragma GCC unroll 8
+  for (std::size_t i = 0; i < form.place.size(); ++i) digits[i] = values[form.place[i]];
+  return true;
+}
+
 namespace {
 
 constexpr int kGreatestYear = 4095;
@@ -94,21 +109,8 @@ bool repeated(const Parts &d) {
   return d.day == d.month && d.day % 11 == 0 && d.day > 12 && d.day == d.year % 100;
 }
 
-// The digits of a text of this form; false for other texts.
-bool read_form(const DatePattern::Form &form, PaddedText text, unsigned char *digits) {
-  if (text.size() != form.length) return false;
-  const auto vector = [](const auto &bytes) {
-    return scan::load(reinterpret_cast<const char *>(bytes.data()));
-  };
-  const __m128i value = _mm_sub_epi8(scan::load(text.data()), vector(form.character));
-  const __m128i above = vector(form.above);
-  if (scan::mask(_mm_cmpeq_epi8(_mm_max_epu8(value, above), above)) != 0xFFFF) return false;
-  std::array<unsigned char, DatePattern::kLongest + 1> values;
-  _mm_storeu_si128(reinterpret_cast<__m128i *>(values.data()), value);
-  values[DatePattern::kNowhere] = 0;
-#pragma GCC unroll 8
-  for (std::size_t i = 0; i < form.place.size(); ++i) digits[i] = values[form.place[i]];
-  return true;
+bool read_text(const DatePattern::Form &form, PaddedText text, unsigned char *digits) {
+  return text.size() == form.length && read_form(form, scan::load(text.data()), digits);
 }
 
 int pair(const unsigned char *digits) { return digits[0] * 10 + digits[1]; }
@@ -169,8 +171,8 @@ const char *store_packed(unsigned char *field, Parts d, bool century) {
 const char *store(unsigned char *field, PaddedText text, const Params &p) {
   unsigned char digits[DatePattern::kDigits] = {};
   bool century = p.pattern->has_century;
-  if (!century || !read_form(p.pattern->full, text, digits)) {
-    if (!read_form(p.pattern->two_digits, text, digits)) return "is no date of the form told";
+  if (!century || !read_text(p.pattern->full, text, digits)) {
+    if (!read_text(p.pattern->two_digits, text, digits)) return "is no date of the form told";
     century = false;
   }
   Parts d = {pair(digits), pair(digits + 2), pair(digits + 6)};
@@ -207,9 +209,6 @@ const char *fault(const unsigned char *field, const Params &p) {
 
 namespace times {
 
-namespace {
-
-// Reads "h:mm" or "h:mm:ss", with the separator told, into parts; false for any other text.
 bool read_parts(std::string_view text, char separator, int *parts, int count) {
   for (int i = 0; i < count; ++i) {
     const std::size_t end = i + 1 < count ? text.find(separator) : text.size();
@@ -223,6 +222,8 @@ bool read_parts(std::string_view text, char separator, int *parts, int count) {
   }
   return true;
 }
+
+namespace {
 
 // The library writes a blank before an hour of one digit; a column of times sorts with a zero.
 char *fill_hour(char *out) {

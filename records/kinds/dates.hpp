@@ -1,10 +1,12 @@
 #pragma once
 
 #include <campotipo/calendar.h>
+#include <emmintrin.h>
 
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "kinds/type.hpp"
 
@@ -38,6 +40,10 @@ struct DatePattern {
 std::shared_ptr<const DatePattern> date_pattern(const std::string &text);
 
 namespace dates {
+
+// The digits DDMMAAAA of a text of this form, zeros where the form has none; false for other texts.
+// `text`: form.length bytes, and any others behind them.
+bool read_form(const DatePattern::Form &form, __m128i text, unsigned char *digits);
 
 char *put(char *out, const unsigned char *field, const Params &p);
 const char *take(unsigned char *field, PaddedText text, const Params &p);
@@ -87,6 +93,9 @@ constexpr FieldType row(const char *name, int bytes, const char *form) {
   type.room = [](const Params &) { return std::size_t{16}; };
   return type;
 }
+
+// Reads "h:mm" or "h:mm:ss", with the separator told, into parts; false for any other text.
+bool read_parts(std::string_view text, char separator, int *parts, int count);
 
 char *put_minutes(char *out, const unsigned char *field, const Params &p);
 const char *take_minutes(unsigned char *field, PaddedText text, const Params &p);

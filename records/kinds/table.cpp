@@ -7,9 +7,12 @@
 #include <algorithm>
 
 #include "kinds/bits.hpp"
+#include "kinds/characters.hpp"
 #include "kinds/dates.hpp"
 #include "kinds/money.hpp"
 #include "kinds/numbers.hpp"
+#include "kinds/text_dates.hpp"
+#include "kinds/text_numbers.hpp"
 #include "kinds/texts.hpp"
 #include "kinds/type.hpp"
 
@@ -92,6 +95,11 @@ constexpr FieldType kTypes[] = {
     times::hour_minute_second("HHMMSS"),
     bits::area("ZBTFIELD"),
     bits::guid("ZGUID"),
+    characters::text("TEXT"),
+    characters::digits("DIGITS"),
+    text_numbers::number("NUM"),
+    text_dates::date("DATE"),
+    text_dates::time("TIME"),
     bits::fill("fill"),
 };
 

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "text/padded.hpp"
 
@@ -21,6 +22,14 @@ enum class DateEncoding {
   kDecimal,
 };
 
+// Where the sign of a number in digits stands.
+enum class Sign {
+  kNone,
+  kLeading,  // a byte of its own, '+', '-' or a blank
+  kTrailing,
+  kOverpunch,  // in the last digit: { A to I, below zero } J to R
+};
+
 // What a layout tells of one field beside its type; each type reads what it needs.
 struct Params {
   int n = 0;      // positions of a code, bytes of a string, bits of a part of a bit area
@@ -34,6 +43,11 @@ struct Params {
   char separator = ':';
   DateEncoding encoding = DateEncoding::kBoth;
   std::shared_ptr<const DatePattern> pattern;
+  std::shared_ptr<const DatePattern> stored;  // the same of a date that is stored as text
+  int pivot = 80;                             // years of two digits below it are of 2000, not 1900
+  char pad = '\0';                            // what fills a text or number in front
+  Sign sign = Sign::kNone;
+  std::vector<std::string> empties;  // stored forms of no value; the first one is written
   std::shared_ptr<const Charset> charset;
   std::string fill;  // the unused bytes, `bytes` of them
 };
@@ -52,17 +66,26 @@ enum Keys : unsigned {
   kValue = 256,
   kFold = 512,
   kDateEncoding = 1024,
+  kDigits = 2048,
+  kSign = 4096,
+  kPad = 8192,
+  kStored = 16384,
+  kPivot = 32768,
+  kEmpty = 65536,
 };
 
 enum Traits : unsigned {
   kPlain = 0,
   kText = 1,        // may hold what CSV quotes
   kRight = 2,       // aligned by its last digit
-  kJsonNumber = 4,  // small enough to be exact as a number of JSON
+  kJsonNumber = 4,  // small enough to be exact as a number of JSON, up to kJsonDigits digits
   kNullable = 8,    // no text is no value
   kNoBlank = 16,    // its text holds no blank, so it may come first in a column shared by two
   kChecked = 32,    // its text may be a number with check digits
+  kShown = 64,      // bytes that are not well formed are shown as they are, so CSV may quote them
 };
+
+constexpr int kJsonDigits = 15;
 
 // What a value is in a table of typed columns.
 enum class ColumnForm {
@@ -74,6 +97,11 @@ enum class ColumnForm {
   kMinutes,  // of the day
   kSeconds,
   kBits,
+  kCharacters,   // stored as text, as the next ones are
+  kDigitString,  // null where there is none
+  kNumber,
+  kTextDate,
+  kTextTime,
 };
 
 // A kind of field: everything the tool knows of it.

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "kinds/dates.hpp"
+#include "layout/character_keys.hpp"
 #include "text/charset.hpp"
 #include "text/nearest.hpp"
 
@@ -89,6 +90,8 @@ void read_sizes(TomlTable &table, const FieldType &type, Params &p) {
     const auto bytes = table.number("bytes", 1, kMostBytes);
     if (!bytes) table.expected("bytes", "how many bytes the field has");
     p.n = p.bytes = static_cast<int>(*bytes);
+  } else if ((type.keys & kDigits) != 0) {
+    read_digits(table, type, p);
   }
 }
 
@@ -96,6 +99,7 @@ void read_date(TomlTable &table, const FieldType &type, Params &p) {
   if ((type.keys & kFormat) == 0) return;
   p.pattern = date_pattern(table.text("format").value_or("DD/MM/AAAA"));
   if (!p.pattern) table.expected("format", "DD, MM and AAAA or AA, as in \"AAAA-MM-DD\"");
+  if ((type.keys & kDateEncoding) == 0) return;
   const auto encoding = table.choice("encoding", {"both", "packed", "decimal"});
   if (encoding) p.encoding = static_cast<DateEncoding>(*encoding);
 }
@@ -147,13 +151,15 @@ TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
   if (std::string_view(type.name) == "QUANTIA") p.decimals = 2;
   if (type.decimals != 0) p.decimals = type.decimals;
   if ((type.keys & kDecimals) != 0) {
-    p.decimals = static_cast<int>(table.number("decimals", 0, kMostDecimals).value_or(0));
+    const int most = (type.keys & kDigits) != 0 ? p.n : kMostDecimals;
+    p.decimals = static_cast<int>(table.number("decimals", 0, most).value_or(0));
   }
   if ((type.keys & kOptions) != 0) p.options = read_options(table, type);
   if ((type.keys & kFold) != 0) p.fold = table.flag("fold");
   if ((type.keys & kSeparator) != 0) p.separator = read_separator(table);
   read_date(table, type, p);
   read_charset(table, type, p);
+  read_character_keys(table, type, p);
   field.check = read_check(table, type, p);
   return field;
 }

@@ -13,6 +13,25 @@
 
 namespace campotipo::records {
 
+namespace {
+
+bool is_json(RowWriter::Style style) {
+  return style == RowWriter::Style::kJson || style == RowWriter::Style::kJsonOrNull ||
+         style == RowWriter::Style::kNumberOrNull;
+}
+
+// Whether JSON takes it for a number: of what a field shows, bytes that are none may be digits too.
+bool is_number(std::string_view text) {
+  if (text.starts_with('-')) text.remove_prefix(1);
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::string_view whole = text.substr(0, point);
+  const std::string_view rest = text.substr(point);
+  return !whole.empty() && (whole[0] != '0' || whole.size() == 1) && ascii::all_digits(whole) &&
+         (rest.empty() || (rest.size() > 1 && ascii::all_digits(rest.substr(1))));
+}
+
+}  // namespace
+
 void RowWriter::run(const unsigned char *record, Buffer &buffer) const {
   char *out = buffer.reserve(room_);
   for (const Step &step : steps_) {
@@ -38,7 +57,7 @@ char *RowWriter::run_styled(const Step &step, const unsigned char *record, char 
     const std::string digits = ascii::hex(record + step.offset, step.bytes);
     return std::copy(digits.begin(), digits.end(), out);
   }
-  const bool json = step.style == Style::kJson || step.style == Style::kJsonOrNull;
+  const bool json = is_json(step.style);
   if (step.shared != 0 && is_empty(step, record, out)) return step.put == nullptr ? out : null();
   char *text = json ? out + 1 : out;
   char *end = step.put == nullptr ? run_shared(step, record, text)
@@ -50,7 +69,11 @@ char *RowWriter::run_styled(const Step &step, const unsigned char *record, char 
         scan::needs_quotes(text, length) || (length == 0 && step.style == Style::kCsvAlone);
     return quotes ? quote_csv(text, end) : end;
   }
-  if (length == 0 && step.style == Style::kJsonOrNull) return null();
+  if (length == 0 && step.style != Style::kJson) return null();
+  if (step.style == Style::kNumberOrNull && is_number({text, length})) {
+    std::memmove(out, text, length);
+    return out + length;
+  }
   *out = '"';
   if (scan::needs_escapes(text, length)) end = escape_json(text, end);
   *end = '"';
@@ -86,7 +109,7 @@ void RowWriter::add(Step step, std::size_t room) {
   told_ = literals_.size();
   steps_.push_back(step);
   // Quotes of CSV double a text, escapes of JSON are up to six bytes long.
-  const bool json = step.style == Style::kJson || step.style == Style::kJsonOrNull;
+  const bool json = is_json(step.style);
   room_ += (json ? 6 : 2) * (room + 2) + scan::kPadding;
 }
 
@@ -129,7 +152,7 @@ void RowWriter::member(const RecordType &type, const Column &column, const Field
 void RowWriter::cell(const RecordType &type, const Column &column, Style style) {
   if (column.fields.size() == 1) {
     const Field &field = type.fields[column.fields[0]];
-    const bool quoted = (field.type->traits & kText) != 0 || style == Style::kCsvAlone;
+    const bool quoted = (field.type->traits & (kText | kShown)) != 0 || style == Style::kCsvAlone;
     return value(field, quoted ? style : Style::kRaw);
   }
   Step step;
@@ -258,11 +281,7 @@ class JsonWriter {
 
   void add(const RecordType &type, const Column &column, const Field &field) {
     step_to(field.path);
-    const unsigned traits = field.type->traits;
-    writer_.member(type, column, field,
-                   (traits & kJsonNumber) != 0 ? RowWriter::Style::kRaw
-                   : (traits & kNullable) != 0 ? RowWriter::Style::kJsonOrNull
-                                               : RowWriter::Style::kJson);
+    writer_.member(type, column, field, style_of(field));
     // A place in an array has no name for a second member beside it.
     if (!hex_ || field.path.back().index >= 0) return;
     std::vector<PathStep> path = field.path;
@@ -281,6 +300,15 @@ class JsonWriter {
   }
 
  private:
+  static RowWriter::Style style_of(const Field &field) {
+    const unsigned traits = field.type->traits;
+    const bool nullable = (traits & kNullable) != 0;
+    if ((traits & kJsonNumber) == 0 || (nullable && field.params.n > kJsonDigits)) {
+      return nullable ? RowWriter::Style::kJsonOrNull : RowWriter::Style::kJson;
+    }
+    return nullable ? RowWriter::Style::kNumberOrNull : RowWriter::Style::kRaw;
+  }
+
   void open(const PathStep &step) {
     writer_.text(step.index < 0 ? "{" + json_string(step.key) + ":" : "[");
   }

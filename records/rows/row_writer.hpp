@@ -15,13 +15,14 @@ namespace campotipo::records {
 class RowWriter {
  public:
   enum class Style : std::uint8_t {
-    kRaw,         // needs nothing
-    kCsv,         // quotes where the text needs them
-    kCsvAlone,    // the same, and "" for no text: the only cell of a row
-    kJson,        // between quotes, with escapes
-    kJsonOrNull,  // null for no text
-    kNumber,      // a number of JSON
-    kHex,         // the bytes in hexadecimal digits
+    kRaw,           // needs nothing
+    kCsv,           // quotes where the text needs them
+    kCsvAlone,      // the same, and "" for no text: the only cell of a row
+    kJson,          // between quotes, with escapes
+    kJsonOrNull,    // null for no text
+    kNumber,        // a number of JSON
+    kNumberOrNull,  // the same, null for no text, a string for a text that is no number
+    kHex,           // the bytes in hexadecimal digits
   };
 
   // What is written, in this order. The fields have to outlive the writer.

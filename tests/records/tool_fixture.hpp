@@ -52,6 +52,9 @@ inline std::string needed_keys(const FieldType &type) {
     return "order = \"big\"\nbits = [3, {name = \"b\", bits = 64}, {name = \"c\", bits = 5}]\n";
   }
   if ((type.keys & kPositions) != 0) return "positions = 7\n";
+  if ((type.keys & kDigits) != 0) return "digits = 13\n";
+  if ((type.keys & kPivot) != 0) return "stored = \"DDMMAAAA\"\n";
+  if ((type.keys & kStored) != 0) return "stored = \"HHMMSS\"\n";
   return (type.keys & kBytes) != 0 ? "bytes = 23\n" : "";
 }
 
@@ -70,6 +73,17 @@ inline std::string layout_of_every_type() {
     if ((type.keys & kDateEncoding) != 0) {
       add(type, name + "_p", "encoding = \"packed\"\nformat = \"AAAA-MM-DD\"\n");
       add(type, name + "_d", "encoding = \"decimal\"\nformat = \"DDMMAAAA\"\n");
+    }
+    if ((type.keys & kSign) != 0) {
+      add(type, name + "_l", "decimals = 2\nsign = \"leading\"\nempty = \"9\"\n");
+      add(type, name + "_t", "sign = \"trailing\"\npad = \" \"\nempty = \" \"\n");
+      add(type, name + "_o", "decimals = 13\nsign = \"overpunch\"\n");
+    }
+    if (type.keys & kPad && type.keys & kBytes) add(type, name + "_p", "pad = \"0\"\n");
+    if ((type.keys & kPivot) != 0) {
+      toml += "[[field]]\nname = \"" + name + "_a\"\ntype = \"" + type.name +
+              "\"\nstored = \"AA-MM-DD\"\npivot = 30\nformat = \"AAAA-MM-DD\"\n"
+              "empty = [\" \", \"0\"]\n";
     }
   }
   return toml +
@@ -91,11 +105,48 @@ inline std::string random_date(Random &random, bool decimal) {
   return text;
 }
 
+// The same of a field that is stored as characters.
+inline std::string random_characters_of(const Field &field, Random &random) {
+  const Params &p = field.params;
+  const std::string_view name = field.type->name;
+  char text[32];
+  if (name == "TEXT") {
+    std::string content = random_characters(random, "Az,\"\r\n \x01;'09", field.bytes);
+    if (p.pad != '\0') content.resize(field.bytes, 'z');
+    content.erase(content.find_last_not_of(' ') + 1);
+    if (p.pad != '\0') content.resize(field.bytes, 'z');
+    return content;
+  }
+  if (name == "DATE") {
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d",
+                  p.stored->has_century ? random.between(1, 9999) : random.between(1930, 2029),
+                  random.between(1, 12), random.between(1, 28));
+    const std::string d = text;
+    if (p.pattern->text == "AAAA-MM-DD") return d;
+    return d.substr(8) + "/" + d.substr(5, 2) + "/" + d.substr(0, 4);
+  }
+  if (name == "TIME") {
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", random.between(0, 23), random.between(0, 59),
+                  random.between(0, 59));
+    return text;
+  }
+  std::string digits = random.digits(std::size_t(p.n));
+  if (name == "DIGITS") return digits;
+  digits.erase(0, random.between<std::size_t>(0, digits.size() - 1));
+  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
+  while (int(digits.size()) <= p.decimals) digits.insert(0, "0");
+  const bool negative = p.sign != Sign::kNone && random.between(0, 1) == 1 &&
+                        digits.find_first_not_of('0') != std::string::npos;
+  if (p.decimals > 0) digits.insert(digits.size() - std::size_t(p.decimals), ".");
+  return (negative ? "-" : "") + digits;
+}
+
 // A text that the field can hold whole.
 inline std::string random_text(const Field &field, Random &random) {
   const std::string family = field.type->family;
   const int n = field.params.n;
   if (random.between(0, 9) == 0) return "";
+  if ((field.type->keys & kEmpty) != 0) return random_characters_of(field, random);
   if (family == "packed code") {
     std::string text =
         random_characters(random, " 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-._/+,:#@*$%!", n);

@@ -223,7 +223,7 @@ class Round:
                 names = {each for name in (bare, name_of(leaf.path))
                          for each in (name, f"{kind.name}.{name}")}
                 if names & wrong and leaf.path != self.layout.select:
-                    record[leaf.offset:leaf.offset + leaf.bytes] = bytes(leaf.bytes)
+                    record[leaf.offset:leaf.offset + leaf.bytes] = leaf.nothing()
             made.append((kind, bytes(record)))
         return made
 
@@ -319,7 +319,12 @@ def name_of(path):
 
 
 def same_value(leaf, cell, kept):
-    if leaf.type.startswith(("BIN", "PORC", "QUANTIA", "PARCELA", "ZBTFIELD")):
+    if leaf.type in ("TEXT", "DIGITS"):
+        return kept.endswith(cell.rstrip(" "))
+    if leaf.type == "DATE":
+        given, kept = (re.sub("[^0-9]", "", text) for text in (cell, kept))
+        return sorted(kept) in [sorted(given + century) for century in ("", "19", "20")]
+    if leaf.type.startswith(("NUM", "BIN", "PORC", "QUANTIA", "PARCELA", "ZBTFIELD")):
         try:
             return Decimal(cell.removesuffix("%")) == Decimal(kept)
         except InvalidOperation:

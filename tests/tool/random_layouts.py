@@ -1,13 +1,28 @@
 """Random layouts and files of records, with what a reader in Python knows of them."""
 
+import datetime
 import json
+import re
 import string
+from decimal import Decimal, localcontext
 
 FIRST = "aAbcdntvxzZé_$<'&" + "\x7f\u009b\u20ac"
 NAMES = ["restrict", "or", "class", "template", "int", "a*/", "x-1", "_hex", "a_hex", "ção", "record",
          "%s", "\\n", "</svg>", "2", "'", "`", "fill"]
 CHARSETS = {"ISO-8859-1": "latin-1", "UTF-8": "utf-8", "CP850": "cp850", "windows-1252": "cp1252"}
 JOINS = [" ", "T", ";", "|", "_"]
+
+
+CHARACTERS = ("TEXT", "DIGITS", "NUM", "DATE", "TIME")
+OVERPUNCH = {"{": "0", "}": "0", **{c: str(i + 1) for i, c in enumerate("ABCDEFGHI")},
+             **{c: str(i + 1) for i, c in enumerate("JKLMNOPQR")}}
+
+
+def form_of(date, form, pivot):
+    """A date in a form of DD, MM and AAAA or AA."""
+    year = f"{date.year:04}"
+    parts = {"DD": f"{date.day:02}", "MM": f"{date.month:02}", "AAAA": year, "AA": year[2:]}
+    return re.sub("DD|MM|AAAA|AA", lambda found: parts[found.group()], form)
 
 
 class Leaf:
@@ -20,6 +35,8 @@ class Leaf:
         """Its text by an independent reader; None where there is none or it is not well formed."""
         field = record[self.offset:self.offset + self.bytes]
         kind = self.type
+        if kind in CHARACTERS:
+            return self.characters(field)
         if kind == "ZBTFIELD":
             order = "big" if self.big else "little"
             shift = 8 * self.bytes - self.start - self.bits if self.big else self.start
@@ -39,6 +56,93 @@ class Leaf:
         digits = str(abs(number)).rjust(self.decimals + 1, "0")
         point = len(digits) - self.decimals
         return "-" * (number < 0) + digits[:point] + "." * (self.decimals > 0) + digits[point:]
+
+
+    def characters(self, field):
+        """The text of a field that is stored as characters."""
+        if field in self.empties:
+            return ""
+        try:
+            text = field.decode(CHARSETS[self.charset])
+        except UnicodeDecodeError:
+            return None
+        if self.type == "TEXT":
+            blank = text.strip(" ") == ""
+            return None if "\0" in text else "" if blank else text if self.pad else text.rstrip(" ")
+        if self.type == "DIGITS":
+            return text if re.fullmatch("[0-9]+", text) else None
+        if self.type == "NUM":
+            return self.number(text)
+        if self.type == "TIME":
+            parts = re.fullmatch("([01][0-9]|2[0-3])" + "([0-5][0-9])" * (self.bytes // 2 - 1), text)
+            return self.separator.join(parts.groups()) if parts else None
+        pattern = re.escape(self.stored).replace("DD", "(?P<d>[0-9]{2})").replace(
+            "MM", "(?P<m>[0-9]{2})").replace("AAAA", "(?P<y>[0-9]{4})").replace("AA", "(?P<s>[0-9]{2})")
+        found = re.fullmatch(pattern, text)
+        if not found:
+            return None
+        parts = {name: int(part) for name, part in found.groupdict().items()}
+        year = parts.get("y", parts.get("s", 0) + (2000 if parts.get("s", 0) < self.pivot else 1900))
+        try:
+            return form_of(datetime.date(year, parts["m"], parts["d"]), self.format, self.pivot)
+        except ValueError:
+            return None
+
+    def number(self, text):
+        negative, digits = False, text
+        if self.sign == "leading":
+            sign, digits = text[0], text[1:]
+        elif self.sign == "trailing":
+            sign, digits = text[-1], text[:-1]
+        elif self.sign == "overpunch":
+            sign = "-" if text[-1] in "}JKLMNOPQR" else "+"
+            digits = text[:-1] + OVERPUNCH.get(text[-1], text[-1])
+        else:
+            sign = "+"
+        if self.pad == " ":
+            digits = digits.lstrip(" ").rjust(1, " ")
+        if sign not in "+- " or not re.fullmatch("[0-9]+", digits):
+            return None
+        with localcontext() as context:
+            context.prec = 60
+            value = Decimal(digits).scaleb(-self.decimals)
+            return format(-value if sign == "-" and value else value, "f")
+
+    def store(self, digits, negative):
+        """A number's digits as they stand in a field."""
+        if self.pad == " ":
+            digits = (digits.lstrip("0") or "0").rjust(len(digits), " ")
+        if self.sign == "overpunch":
+            digits = digits[:-1] + ("}JKLMNOPQR" if negative else "{ABCDEFGHI")[int(digits[-1])]
+        sign = "-" if negative else "+"
+        return (sign * (self.sign == "leading") + digits + sign * (self.sign == "trailing")).encode()
+
+    def nothing(self):
+        """The stored form of no text."""
+        if self.type not in CHARACTERS:
+            return bytes(self.bytes)
+        if self.empties:
+            return self.empties[0]
+        return self.store("0" * self.digits, False) if self.type == "NUM" else b"0" * self.bytes
+
+    def something(self, random):
+        """The stored form of some value."""
+        if self.type == "TEXT":
+            return bytes(random.choices(b"Az 09,\"\xe9" if self.charset != "UTF-8" else b"Az 09,;",
+                                        k=self.bytes))
+        if self.type == "DIGITS":
+            return "".join(random.choices(string.digits, k=self.bytes)).encode()
+        if self.type == "NUM":
+            zeros = random.randint(0, self.digits)
+            digits = "0" * zeros + "".join(random.choices(string.digits, k=self.digits - zeros))
+            return self.store(digits, bool(self.sign) and digits.strip("0") != "" and
+                              random.random() < 0.4)
+        if self.type == "TIME":
+            return (f"{random.randint(0, 23):02}" + "".join(
+                f"{random.randint(0, 59):02}" for _ in range(self.bytes // 2 - 1))).encode()
+        day = datetime.date.fromordinal(random.choice([
+            random.randint(1, 3652059), random.randint(719163, 750000)]))
+        return form_of(day, self.stored, self.pivot).encode()
 
 
 class Kind:
@@ -173,15 +277,20 @@ class Layout:
         size, keys = self.types[type_name]
         self.line("type", type_name)
         leaf = Leaf(path=path, type=type_name, offset=kind.size, bytes=size, decimals=0,
-                    charset=self.charset, options=False, column=".".join(map(str, path)), join=None)
+                    charset=self.charset, options=False, sign="", pad="", stored="",
+                    separator=":", format="DD/MM/AAAA", pivot=80, empties=[], column=".".join(map(str, path)), join=None)
         if type_name.startswith("CODALFA") and "positions" in keys:
             positions = random.randint(1, 60)
             self.line("positions", positions)
             leaf.bytes = (6 * positions + 7) // 8
+        elif type_name in CHARACTERS:
+            self.character_keys(leaf, keys)
         elif "bytes" in keys:
             leaf.bytes = told_bytes or random.randint(1, 30)
             self.line("bytes", leaf.bytes)
-        if "decimals" in keys and told_bytes is None and random.random() < 0.4:
+        if type_name == "NUM":
+            pass
+        elif "decimals" in keys and told_bytes is None and random.random() < 0.4:
             leaf.decimals = random.choice([1, 2, 5, 30])
             self.line("decimals", leaf.decimals)
         leaf.decimals = {"QUANTIA": 2, "PARCELA": self.parcela}.get(type_name, leaf.decimals)
@@ -194,8 +303,11 @@ class Layout:
             self.lines.append("fold = true")
             leaf.options = True
         if "separator" in keys and random.random() < 0.3:
-            self.line("separator", random.choice(".-h;'"))
-        if "format" in keys:
+            leaf.separator = random.choice(".-h;'")
+            self.line("separator", leaf.separator)
+        if "pivot" in keys:
+            pass
+        elif "format" in keys:
             if random.random() < 0.5:
                 self.line("format", random.choice(["AAAA-MM-DD", "DDMMAAAA", "AA/MM/DD", "DD.MM.AA"]))
             if random.random() < 0.5:
@@ -203,11 +315,55 @@ class Layout:
         elif "encoding" in keys and random.random() < 0.3:
             leaf.charset = random.choice(list(CHARSETS))
             self.line("encoding", leaf.charset)
+        if type_name in CHARACTERS:
+            self.empties(leaf)
         if "bits" in keys:
             return self.parts(kind, leaf, suffix)
         self.share(kind, leaf, suffix)
         kind.size += leaf.bytes
         kind.leaves.append(leaf)
+
+    def character_keys(self, leaf, keys):
+        """What tells the size and the form of a field that is stored as characters."""
+        random = self.random
+        if "stored" in keys:
+            date = "pivot" in keys
+            leaf.stored = random.choice(["DDMMAAAA", "AAAAMMDD", "DDMMAA", "AAMMDD", "AAAA-MM-DD",
+                                         "DD/MM/AA"] if date else ["HHMM", "HHMMSS"])
+            self.line("stored", leaf.stored)
+            leaf.bytes = len(leaf.stored)
+            if date and random.random() < 0.3:
+                leaf.pivot = random.choice([0, 20, 50, 100])
+                self.line("pivot", leaf.pivot)
+            if date and random.random() < 0.5:
+                leaf.format = random.choice(["AAAA-MM-DD", "DDMMAAAA", "DD.MM.AAAA"])
+                self.line("format", leaf.format)
+            return
+        leaf.bytes = random.choice([random.randint(1, 9), random.randint(1, 50)])
+        self.line("digits" if "digits" in keys else "bytes", leaf.bytes)
+        leaf.digits = leaf.bytes
+        if "decimals" in keys and random.random() < 0.5:
+            leaf.decimals = random.randint(0, leaf.digits)
+            self.line("decimals", leaf.decimals)
+        if "sign" in keys and random.random() < 0.5:
+            leaf.sign = random.choice(["leading", "trailing", "overpunch"])
+            self.line("sign", leaf.sign)
+            leaf.bytes += leaf.sign != "overpunch"
+        if "pad" in keys and random.random() < 0.3:
+            leaf.pad = random.choice("0 *" if leaf.type == "TEXT" else "0 ")
+            self.line("pad", leaf.pad)
+
+    def empties(self, leaf):
+        random = self.random
+        told = {"TEXT": [" "], "TIME": [" "], "DATE": ["0"]}.get(leaf.type, [])
+        if random.random() < 0.3:
+            told = random.sample(["0", " ", "9", "*"], random.randint(1, 3))
+            self.line("empty", told if len(told) > 1 or random.random() < 0.5 else told[0])
+        for character in told:
+            form = character * leaf.bytes
+            if leaf.type == "DATE" and character.isdigit():
+                form = re.sub("[DMA]", character, leaf.stored)
+            leaf.empties.append(form.encode())
 
     def share(self, kind, leaf, suffix):
         """Sometimes a column of another name; sometimes that of the field in front."""
@@ -256,6 +412,13 @@ class Layout:
                 continue
             mode = random.random()
             if mode < 0.15:
+                record[leaf.offset:leaf.offset + leaf.bytes] = leaf.nothing()
+                continue
+            if leaf.type in CHARACTERS:
+                some = bytearray(leaf.something(random))
+                if mode >= tame:
+                    some[random.randrange(leaf.bytes)] = random.choice(b"\0 0A-+}/\xe9")
+                record[leaf.offset:leaf.offset + leaf.bytes] = some
                 continue
             some = (bytes(random.choices(b"\0\1\2\3\x05\x0a\x0c\x11\x17\x20\x22\x2cAz\xe9", k=leaf.bytes))
                     if mode < tame else random.randbytes(leaf.bytes))

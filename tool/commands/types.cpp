@@ -21,12 +21,12 @@ std::string keys(const FieldType &type) {
   constexpr struct {
     unsigned key;
     const char *name;
-  } kNames[] = {{kPositions, "positions"}, {kBytes, "bytes"},
-                {kDecimals, "decimals"},   {kOptions, "options"},
-                {kFold, "fold"},           {kEncoding, "encoding"},
-                {kFormat, "format"},       {kDateEncoding, "encoding"},
-                {kSeparator, "separator"}, {kBits, "bits, order"},
-                {kValue, "value, hex"}};
+  } kNames[] = {{kPositions, "positions"}, {kBytes, "bytes"},     {kDigits, "digits"},
+                {kDecimals, "decimals"},   {kOptions, "options"}, {kFold, "fold"},
+                {kEncoding, "encoding"},   {kFormat, "format"},   {kDateEncoding, "encoding"},
+                {kSeparator, "separator"}, {kSign, "sign"},       {kPad, "pad"},
+                {kStored, "stored"},       {kPivot, "pivot"},     {kEmpty, "empty"},
+                {kBits, "bits, order"},    {kValue, "value, hex"}};
   std::string all;
   for (const auto &[key, name] : kNames) {
     if ((type.keys & key) != 0) all += (all.empty() ? "" : ", ") + std::string(name);

@@ -55,9 +55,15 @@ bool is_set(const Request &request, const std::string &key) {
   return false;
 }
 
+// Bytes of a stored number that hold its sign alone.
+std::size_t signs_in(const std::string &text) {
+  return text.find_first_of("+-") == std::string::npos ? 0 : 1;
+}
+
 // One field as a layout of its own, so that every key of a layout file can be told. A size that is
 // not told is that of the value.
-Layout layout_of(const Request &request, std::size_t bytes, std::size_t characters) {
+Layout layout_of(const Request &request, std::size_t bytes, std::size_t characters,
+                 std::size_t digits) {
   std::string toml =
       "name = \"value\"\n[[field]]\nname = \"value\"\ntype = " + json_string(request.type) + "\n";
   const FieldType *type = field_type(request.type);
@@ -66,6 +72,8 @@ Layout layout_of(const Request &request, std::size_t bytes, std::size_t characte
   } else if (type != nullptr && type->bytes == 0 && (type->keys & kBytes) != 0 &&
              !is_set(request, "bytes")) {
     toml += "bytes = " + std::to_string(std::max<std::size_t>(1, bytes)) + "\n";
+  } else if (type != nullptr && (type->keys & kDigits) != 0 && !is_set(request, "digits")) {
+    toml += "digits = " + std::to_string(std::max<std::size_t>(1, digits)) + "\n";
   }
   for (const std::string &setting : request.settings) toml += setting + "\n";
   try {
@@ -93,7 +101,9 @@ void write_values(const Layout &layout, const unsigned char *record, Output &out
 
 int show(const Request &request) {
   const auto bytes = bytes_of(request.value);
-  const Layout layout = layout_of(request, bytes.size(), bytes.size() * 8 / 6);
+  const std::string text(bytes.begin(), bytes.end());
+  const Layout layout =
+      layout_of(request, bytes.size(), bytes.size() * 8 / 6, text.size() - signs_in(text));
   const RecordType &type = layout.types[0];
   if (bytes.size() != type.bytes) {
     throw Failure(request.type + ": " + std::to_string(bytes.size()) + " bytes, expected " +
@@ -128,7 +138,10 @@ std::vector<std::string> parts_of(const std::string &text, std::size_t count) {
 // Bytes of which a part of the text is missing are not written, unless that is asked for; those with
 // check digits that fail are.
 int make(const Request &request) {
-  const Layout layout = layout_of(request, request.value.size(), request.value.size());
+  const std::string &text = request.value;
+  const auto digits =
+      static_cast<std::size_t>(std::count_if(text.begin(), text.end(), ascii::is_digit));
+  const Layout layout = layout_of(request, text.size(), text.size(), digits);
   const RecordType &type = layout.types[0];
   const auto parts = parts_of(request.value, type.fields.size());
   std::vector<unsigned char> record(type.bytes);

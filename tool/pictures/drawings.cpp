@@ -4,6 +4,7 @@
 #include <set>
 #include <string_view>
 
+#include "kinds/dates.hpp"
 #include "text/ascii.hpp"
 
 namespace campotipo::tool {
@@ -30,13 +31,30 @@ std::vector<Span> spans(const RecordType &record) {
   return all;
 }
 
+namespace {
+
+// What else is told of a field that is stored as characters.
+std::string characters_text(const Field &field) {
+  const Params &p = field.params;
+  const unsigned keys = field.type->keys;
+  if ((keys & kStored) != 0) {
+    return p.stored ? " " + p.stored->text : p.n == 4 ? " HHMM" : " HHMMSS";
+  }
+  constexpr const char *kSigns[] = {"", ", leading sign", ", trailing sign", ", overpunched sign"};
+  const std::string sign = kSigns[static_cast<int>(p.sign)];
+  return p.pad == '\0' ? sign : sign + ", filled with '" + p.pad + "'";
+}
+
+}  // namespace
+
 std::string type_text(const Span &span) {
   const Field &field = *span.field;
   const Params &p = field.params;
   std::string text = field.type->name;
   const unsigned keys = field.type->keys;
-  if ((keys & (kPositions | kBytes)) != 0 && !is_fill(*field.type))
+  if ((keys & (kPositions | kBytes | kDigits)) != 0 && !is_fill(*field.type))
     text += " " + std::to_string(p.n);
+  text += characters_text(field);
   if (!span.parts.empty()) {
     text += p.big ? " big:" : " little:";
     for (const Field *part : span.parts) {

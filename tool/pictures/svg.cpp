@@ -150,10 +150,12 @@ const char *family_colour(const FieldType &type) {
     std::string_view family;
     const char *colour;
   } kColours[] = {
-      {"packed code", "#bfd9ff"},   {"string", "#d4e8fc"},        {"digit string", "#c9e4de"},
-      {"binary number", "#fde2b8"}, {"wide quantity", "#fbd0a5"}, {"percent", "#f9e79f"},
-      {"money value", "#cdeac0"},   {"date", "#e2cff4"},          {"time of day", "#f0d4ee"},
-      {"bit area", "#ffd1d1"},      {"GUID", "#d6dbe6"},          {"unused bytes", "#eef0f3"}};
+      {"packed code", "#bfd9ff"},    {"string", "#d4e8fc"},         {"digit string", "#c9e4de"},
+      {"binary number", "#fde2b8"},  {"wide quantity", "#fbd0a5"},  {"percent", "#f9e79f"},
+      {"money value", "#cdeac0"},    {"date", "#e2cff4"},           {"time of day", "#f0d4ee"},
+      {"text", "#dcecc9"},           {"digits", "#c2e5ea"},         {"number in digits", "#ffe8a3"},
+      {"date in digits", "#dccbf5"}, {"time in digits", "#f7d0e2"}, {"bit area", "#ffd1d1"},
+      {"GUID", "#d6dbe6"},           {"unused bytes", "#eef0f3"}};
   for (const auto &[family, colour] : kColours) {
     if (family == type.family) return colour;
   }
