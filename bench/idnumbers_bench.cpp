@@ -52,7 +52,7 @@ struct Numbers {
 
 void taxpayers() {
   static Numbers cpf(11, ZALGORITM_valida_CPF), cnpj(14, ZALGORITM_valida_CNPJ);
-  const auto answer = [](int good) { return std::to_string(good); };
+  const auto answer = [](int valid) { return std::to_string(valid); };
   Task("idnumbers", "CPF", 7)
       .ours([&](std::size_t i) { keep(ZALGORITM_valida_CPF(cpf.text[i], 0)); },
             [&, answer](std::size_t i) { return answer(ZALGORITM_valida_CPF(cpf.text[i], 0)); })
@@ -103,7 +103,7 @@ void documents() {
     if (random() % 4 == 0) letters[i][13] = static_cast<char>('0' + random() % 10);
     DOCUMENTO_edita_CNPJ(punctuated[i], letters[i]);
   }
-  const auto answer = [](int good) { return std::to_string(good); };
+  const auto answer = [](int valid) { return std::to_string(valid); };
   Task("idnumbers", "CNPJ with letters", 9)
       .ours(
           [&](std::size_t i) { keep(DOCUMENTO_valida_CNPJ_alfa(letters[i], 0)); },

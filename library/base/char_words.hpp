@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// Eight characters in one 64-bit word, the first in the lowest byte; what is found is told by bit 7
+// Eight characters in one 64-bit word, the first in the lowest byte; what is found is marked by bit 7
 // of each byte.
 namespace campotipo::words {
 

@@ -11,7 +11,7 @@
 // A packed area as one line for a person who looks for a fault.
 namespace campotipo::bits::dump {
 
-// strncpy cuts and fills as the dumps are told to: exactly `size` bytes, perhaps without a NUL.
+// strncpy cuts and fills as the dumps do: exactly `size` bytes, perhaps without a NUL.
 template <class Build>
 inline void in_buffer(char *buffer, int size, Build build) {
   buffer[0] = '\0';

@@ -21,7 +21,7 @@ static_assert(offsetof(ZGUID_ESTADO, no) == 4 && offsetof(ZGUID_ESTADO, contador
 static_assert(offsetof(ZGUID_ESTADO, texto) == 14);
 static_assert(sizeof(ZGUID_ESTADO::texto) == ZGUID_TEXTO_SIZE);
 
-// What is no digit is passed over, missing digits are 0.
+// What is no digit is skipped, missing digits are 0.
 [[gnu::noinline]] inline void parse_any(unsigned char *dest, const char *text) {
   std::uint64_t halves[2] = {0, 0};
   for (unsigned count = 0; count < 32 && *text != '\0'; ++text) {

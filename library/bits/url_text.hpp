@@ -13,7 +13,7 @@
 #include "bits/x86/url_stops.hpp"
 
 // Percent encoding, block by block: what stays as it is is copied in runs, up to the next place that
-// a mask of the block tells. Each block is made in a scratch, where a copy may run over, so that the
+// a mask of the block marks. Each block is made in a scratch, where a copy may run over, so that the
 // caller's buffer is written exactly.
 namespace campotipo::bits::url {
 

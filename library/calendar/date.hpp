@@ -35,7 +35,7 @@ struct Month {
 inline constexpr std::uint8_t kMonthLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
 // Sixteen months for each of the four years of a cycle. Months that do not exist have no days, so
-// that one look-up also tells whether a month exists.
+// that one look-up also says whether a month exists.
 inline constexpr auto kMonths = [] {
   std::array<Month, 64> months{};
   for (unsigned year = 0; year < 4; ++year) {

@@ -90,7 +90,7 @@ inline std::int64_t day_count_since(std::uint32_t number, std::int32_t base) {
   const auto month = static_cast<std::uint32_t>(date.month);
   if (month - 1 >= 12) [[unlikely]]
     return 0;
-  // The two digits of the year tell the distance modulo four.
+  // The two digits of the year give the distance modulo four.
   const auto distance = static_cast<std::uint32_t>(date.year) - static_cast<std::uint32_t>(base);
   const std::int32_t in_year = month_of_year(month, distance).days_before + date.day;
   const std::int64_t years = std::int64_t{full_year(number, date)} - base;

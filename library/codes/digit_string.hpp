@@ -36,8 +36,6 @@ consteval bool header_agrees() {
 }
 static_assert(header_agrees());
 
-inline bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
-
 // The digits that a text begins with, at most `limit`, copied to where a word more has room.
 inline std::size_t copy_digits(char *to, const char *text, std::size_t limit) {
   std::size_t count = 0;
@@ -48,7 +46,7 @@ inline std::size_t copy_digits(char *to, const char *text, std::size_t limit) {
     count += static_cast<std::size_t>(std::countr_zero(others)) / 8;
     if (others != 0) return std::min(count, limit);
   }
-  for (; count < limit && is_digit(text[count]); ++count) to[count] = text[count];
+  for (; count < limit && digits::is_digit(text[count]); ++count) to[count] = text[count];
   return std::min(count, limit);
 }
 
@@ -79,7 +77,7 @@ template <int N>
   return text;
 }
 
-// Whether the limbs have no more digits than the count tells.
+// Whether the limbs have no more digits than the count.
 inline bool holds(std::size_t count, std::uint64_t low, std::uint64_t high) {
   if (count <= kLimbDigits) return high == 0 && low < digits::kPowerOfTen[count];
   return low < digits::kPowerOfTen[kLimbDigits] && high < digits::kPowerOfTen[count - kLimbDigits];

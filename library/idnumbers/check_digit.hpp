@@ -9,7 +9,7 @@
 #include "base/bytes.hpp"
 #include "idnumbers/digit_text.hpp"
 
-// One check digit of a text of digits, as a table tells it.
+// One check digit of a text of digits, as a table describes it.
 namespace campotipo::idnumbers {
 
 using Table = ZALGORITM_TABELA;

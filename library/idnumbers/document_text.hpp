@@ -109,7 +109,7 @@ constexpr bool is_punctuation(char c) {
 struct Cleaned {
   unsigned length;
   Letters letters;
-  bool good;
+  bool valid;
 };
 
 // Never writes in front of where it reads, so dest may be the text itself.
@@ -127,19 +127,19 @@ inline Cleaned strip(char *dest, const char *text, unsigned longest) {
     dest[cleaned.length++] = c;
   }
   dest[cleaned.length] = '\0';
-  cleaned.good = true;
+  cleaned.valid = true;
   return cleaned;
 }
 
 inline bool fits(const Cleaned &cleaned, const Document &document) {
-  return cleaned.good && cleaned.length >= document.shortest &&
+  return cleaned.valid && cleaned.length >= document.shortest &&
          cleaned.length <= document.longest && (cleaned.letters & ~document.letters) == 0;
 }
 
 inline int clean(char *dest, const char *text, const Document &document) {
-  const bool good = fits(strip(dest, text, document.longest), document);
-  if (!good) *dest = '\0';
-  return good;
+  const bool valid = fits(strip(dest, text, document.longest), document);
+  if (!valid) *dest = '\0';
+  return valid;
 }
 
 inline int identify(const char *text) {

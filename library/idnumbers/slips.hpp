@@ -42,7 +42,7 @@ struct BankSlip {
   }
 };
 
-// The line is the bar code in four blocks. The third digit tells the kind of value, and with it the
+// The line is the bar code in four blocks. The third digit gives the kind of value, and with it the
 // method of all five digits.
 struct UtilitySlip {
   static constexpr unsigned kLine = DOCUMENTO_ARRECADACAO_LINHA_TEXT_SIZE - 1;
@@ -102,19 +102,19 @@ template <class Slip>
 inline int line_to_bars(char *dest, const char *line) {
   char bars[kBars + 1] = "";
   // Without make the line is only read.
-  const int good = validate_line<Slip>(const_cast<char *>(line), 0);
-  if (good != 0) Slip::to_bars(bars, line);
-  std::memcpy(dest, bars, good != 0 ? kBars + 1 : 1);
-  return good;
+  const int valid = validate_line<Slip>(const_cast<char *>(line), 0);
+  if (valid != 0) Slip::to_bars(bars, line);
+  std::memcpy(dest, bars, valid != 0 ? kBars + 1 : 1);
+  return valid;
 }
 
 template <class Slip>
 inline int bars_to_line(char *dest, const char *bars) {
   char line[Slip::kLine + 1] = "";
-  const int good = validate_bars<Slip>(const_cast<char *>(bars), 0);
-  if (good != 0) put_line<Slip>(line, bars);
-  std::memcpy(dest, line, good != 0 ? Slip::kLine + 1 : 1);
-  return good;
+  const int valid = validate_bars<Slip>(const_cast<char *>(bars), 0);
+  if (valid != 0) put_line<Slip>(line, bars);
+  std::memcpy(dest, line, valid != 0 ? Slip::kLine + 1 : 1);
+  return valid;
 }
 
 }  // namespace campotipo::idnumbers

@@ -33,7 +33,7 @@ constexpr std::int64_t applied(std::int64_t base, std::int64_t percent) {
 }
 
 // The least base whose percent, with all its decimals, reaches the target. What the rule must see to
-// lift to the target is told in hundredths of a unit.
+// lift to the target is counted in hundredths of a unit.
 template <int Decimals, Rule R>
 constexpr std::int64_t least_base(std::int64_t target, std::int64_t percent) {
   int128 seen = int128{target} * 100;

@@ -43,7 +43,7 @@ inline void nbr(QUANTIA *value) {
   _QUANTIA_trunca(value);
 }
 
-// Drops the lowest digits and tells whether they are above zero. Two at a time give the same
+// Drops the lowest digits and says whether they are above zero. Two at a time give the same
 // quotient in half the calls. A value has eight bytes and so no more than 20 digits: what is left
 // after those is changed by no further one.
 inline bool cut_digits(PARCELA *value, long count) {

@@ -25,7 +25,7 @@ class ScannedDigits {
       missing -= static_cast<int>(end - fraction);
       // A digit that finds the scratch full is turned away, but counts as a decimal: with a limit of 5
       // "123.4567" and 6 decimals give 12345 and three zeros, for 4, 5 and 6 have been taken.
-      if (end - fraction == room && missing > 0 && is_digit(*end)) --missing;
+      if (end - fraction == room && missing > 0 && digits::is_digit(*end)) --missing;
     }
     append_zeros(missing);
   }
@@ -34,11 +34,9 @@ class ScannedDigits {
   std::size_t length() const { return length_; }
 
  private:
-  static bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
-
   const char *copy_digits(const char *from, std::size_t limit) {
     std::size_t count = 0;
-    while (count < limit && is_digit(from[count])) {
+    while (count < limit && digits::is_digit(from[count])) {
       digits_[length_ + count] = from[count];
       ++count;
     }

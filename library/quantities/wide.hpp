@@ -163,7 +163,7 @@ inline char *to_text_fixed(char *text, const unsigned char *src, int decimals) {
   return to_text_from<N, kMember<N>.limbs - 1>(text, src, decimals);
 }
 
-// Equal limbs are passed over here, so that one service decides and its answer is the result.
+// Equal limbs are skipped here, so that one service decides and its answer is the result.
 template <int N, int Limb = kMember<N>.limbs - 1>
 inline int compare(const unsigned char *a, const unsigned char *b) {
   if constexpr (Limb > 0) {

@@ -14,8 +14,7 @@ namespace campotipo::numbers {
 
 using bytes::load;
 using bytes::store;
-
-constexpr bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+using digits::is_digit;
 
 constexpr bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 

@@ -27,10 +27,10 @@ struct TextMemory {
 template <class Operation, class Model>
 bool same(TextMemory *memory, const std::string &text, int make, Operation operation, Model model) {
   std::string expected = text;
-  const int good = model(expected, make);
+  const int valid = model(expected, make);
   for (const bool at_end : {true, false}) {
     char *copy = memory->copy(text, at_end);
-    if (operation(copy, make) != good) return false;
+    if (operation(copy, make) != valid) return false;
     if (std::memcmp(copy, expected.c_str(), text.size() + 1) != 0) return false;
   }
   return true;
@@ -57,7 +57,7 @@ inline bool takes_any_length(const Document &document) {
 
 inline bool document_agrees(TextMemory *memory, const Document &document, const std::string &text,
                             int make) {
-  if (takes_any_length(document) && text.size() != std::strlen(document.good)) return true;
+  if (takes_any_length(document) && text.size() != std::strlen(document.valid)) return true;
   return same(memory, text, make, document.validate,
               [&](std::string &t, int m) { return reference::validate(document.made, t, m); });
 }

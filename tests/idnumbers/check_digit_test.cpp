@@ -153,13 +153,13 @@ TEST_P(TaxpayerTest, HasOnePairOfDigitsForEveryNumberButZero) {
     std::string text(GetParam().digits, '0');
     const std::string digits = std::to_string(number * 32507 % 100000);
     text.replace(text.size() - 2 - digits.size(), digits.size(), digits);
-    int good = 0;
+    int valid = 0;
     for (int pair = 0; pair < 100; ++pair) {
       text[text.size() - 2] = static_cast<char>('0' + pair / 10);
       text[text.size() - 1] = static_cast<char>('0' + pair % 10);
-      good += GetParam().validate(text.data(), 0);
+      valid += GetParam().validate(text.data(), 0);
     }
-    EXPECT_EQ(good, number * 32507 % 100000 != 0) << text;
+    EXPECT_EQ(valid, number * 32507 % 100000 != 0) << text;
   }
 }
 

@@ -14,23 +14,23 @@ namespace reference = campotipo::reference;
 
 class DocumentTest : public testing::TestWithParam<Document> {
  protected:
-  // A text of the document's length and characters, whose first places often are those of the good
+  // A text of the document's length and characters, whose first places often are those of the valid
   // one: they tell the kind.
   std::string candidate() {
     const Document &document = GetParam();
-    std::size_t length = std::strlen(document.good);
+    std::size_t length = std::strlen(document.valid);
     if (document.bit == DOCUMENTO_BIT_CARTAO) length = random_.between<std::size_t>(12, 19);
     std::string text = random_.digits(length);
     for (std::size_t i = document.letters_from; i < document.letters_to; ++i)
       if (random_.between(0, 1)) text[i] = static_cast<char>(random_.between<int>('A', 'Z'));
-    if (random_.between(0, 3)) text[0] = document.good[0];
+    if (random_.between(0, 3)) text[0] = document.valid[0];
     if (random_.between(0, 3)) text[2] = static_cast<char>(random_.between<int>('5', '9'));
     if (document.bit == DOCUMENTO_BIT_TITULO) text[8] = "0012"[random_.between(0, 3)];
     if (random_.between(0, 9) == 0) std::fill(text.begin() + 3, text.end(), '0');
     return text;
   }
 
-  std::string good_one() {
+  std::string valid_one() {
     for (;;) {
       const std::string made = GetParam().made(candidate());
       if (!made.empty()) return made;
@@ -47,7 +47,7 @@ class DocumentTest : public testing::TestWithParam<Document> {
 };
 
 TEST_P(DocumentTest, FollowsTheRule) {
-  EXPECT_EQ(GetParam().made(GetParam().good), GetParam().good);
+  EXPECT_EQ(GetParam().made(GetParam().valid), GetParam().valid);
   for (int round = 0; round < 600; ++round) {
     const std::string text = candidate();
     for (const int make : {1, 0}) expect_agreement(text, make);
@@ -56,16 +56,16 @@ TEST_P(DocumentTest, FollowsTheRule) {
 }
 
 TEST_P(DocumentTest, RefusesWhatHasAnotherShape) {
-  const std::string good = GetParam().good;
+  const std::string valid = GetParam().valid;
   std::string longer;
-  while (longer.size() < 60) longer += good;
+  while (longer.size() < 60) longer += valid;
   for (std::size_t length = 0; length <= 60; ++length)
     for (const int make : {0, 1}) expect_agreement(longer.substr(0, length), make);
   // Any other byte in each place, the one behind the last among them.
-  for (std::size_t place = 0; place <= good.size(); ++place)
+  for (std::size_t place = 0; place <= valid.size(); ++place)
     for (int byte = 1; byte < 256; ++byte) {
-      std::string text = good;
-      text.resize(std::max(good.size(), place + 1));
+      std::string text = valid;
+      text.resize(std::max(valid.size(), place + 1));
       text[place] = static_cast<char>(byte);
       expect_agreement(text, byte % 2);
     }
@@ -73,9 +73,9 @@ TEST_P(DocumentTest, RefusesWhatHasAnotherShape) {
 
 TEST_P(DocumentTest, CatchesOneWrongDigitWhereTheMethodPromisesIt) {
   const Document &document = GetParam();
-  const bool utility = document.good[0] == '8' && document.bit != DOCUMENTO_BIT_CNS;
+  const bool utility = document.valid[0] == '8' && document.bit != DOCUMENTO_BIT_CNS;
   for (int round = 0; round < 100; ++round) {
-    std::string text = good_one();
+    std::string text = valid_one();
     // By modulo 11 some utility slips do let one go by, and their third digit tells the method.
     if (utility && text[2] >= '8') continue;
     for (std::size_t place = 0; place < std::min(document.safe_to, text.size()); ++place) {
@@ -94,9 +94,9 @@ TEST_P(DocumentTest, IsEditedAndCleanedInItsShapeAlone) {
     ASSERT_TRUE(campotipo::test::punctuation_agrees(&memory_, document, text)) << text;
   };
   for (std::size_t length = 0; length <= 60; ++length) expect(random_.digits(length));
-  for (std::size_t place = 0; place < std::strlen(document.good); ++place)
+  for (std::size_t place = 0; place < std::strlen(document.valid); ++place)
     for (const char c : {'Q', 'q', ':', '/', '@', '[', '\x80'}) {
-      std::string text = document.good;
+      std::string text = document.valid;
       text[place] = c;
       expect(text);
     }
@@ -239,9 +239,9 @@ TEST(Documents, SlipsTurnIntoLinesAndBack) {
       // One digit more than it should be, wherever it stands.
       const std::size_t at = random.between<std::size_t>(1, 43);
       bars[at] = bars[at] == '9' ? '0' : static_cast<char>(bars[at] + 1);
-      const int good = slip.made(bars) == bars;
-      EXPECT_EQ(slip.to_line(line, in.text(bars)), good);
-      EXPECT_EQ(good ? slip.line(bars) : "", line);
+      const int valid = slip.made(bars) == bars;
+      EXPECT_EQ(slip.to_line(line, in.text(bars)), valid);
+      EXPECT_EQ(valid ? slip.line(bars) : "", line);
     }
     char text[64] = "12345";
     EXPECT_EQ(slip.to_bars(text, text), 0);
@@ -288,7 +288,7 @@ TEST(Documents, AreIdentifiedWhereTheirDigitsFit) {
   Random random(10);
   for (int round = 0; round < 4000; ++round) {
     const Document &like = kDocuments[random.between<std::size_t>(0, std::size(kDocuments) - 1)];
-    std::string text = like.good;
+    std::string text = like.valid;
     for (int i = random.between(0, 2); i > 0; --i)
       text[random.between<std::size_t>(0, text.size() - 1)] =
           static_cast<char>(random.between<int>('0', '9'));

@@ -13,7 +13,7 @@ struct Document {
   int bit;
   int (*validate)(char *, int);
   std::string (*made)(const std::string &);
-  const char *good;  // a number whose check digits fit
+  const char *valid;  // a number whose check digits fit
   // Places of capitals, and up to which place no single wrong digit goes by unnoticed.
   std::size_t letters_from, letters_to, safe_to;
   char *(*edit)(char *, const char *);

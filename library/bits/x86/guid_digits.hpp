@@ -45,7 +45,7 @@ inline __m128i join_pairs(__m128i values) {
   return _mm_and_si128(joined, _mm_set1_epi16(0xFF));
 }
 
-// Reads 32 digits, or the same in groups with dashes, perhaps behind a brace; tells if it was that.
+// Reads 32 digits, or the same in groups with dashes, perhaps behind a brace. False for any other text.
 inline bool parse_usual(unsigned char *dest, const char *text) {
   text += text[0] == '{';
   if (!bytes::same_page(text, 36)) return false;
