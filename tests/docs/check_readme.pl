@@ -1,7 +1,7 @@
 #!/usr/bin/env perl
 # Each C sample of a page stands word for word in one of the examples, which the tests compile and
-# run. The pages show the same blocks and count the functions of each header as docs/families.md; how
-# to link is told the same on the first page of the reference, and its documents are the header's.
+# run. The pages show the same blocks and count the functions of each header as the lists of exports do;
+# how to link is the same on the first page of the reference, and its documents are the header's.
 # usage: check_readme.pl SOURCE PAGE...
 use strict;
 use warnings;
@@ -15,9 +15,11 @@ sub fault { print "FAULT: @_\n"; $faults++ }
 my @sources;
 find(sub { push @sources, slurp($_) if /\.c$/ }, "$root/examples");
 my %counted;    # header => functions
-for (slurp("$root/docs/families.md") =~ m{`campotipo/(\w+\.h` \| \d+) \|}g) {
-  my ($header, $count) = split /` \| /;
-  $counted{$header} += $count;
+my %exported = map { $_ => 1 } map { split /\n/, slurp($_) } glob "$root/tests/abi/exports*.txt";
+for my $header (glob "$root/library/include/campotipo/*.h") {
+  my %declared = map { $_ => 1 } slurp($header) =~ /^CAMPOTIPO_API [^;(]*?(\w+)\(/mg;
+  my $count = grep { $exported{$_} } keys %declared;
+  $counted{$header =~ s{.*/}{}r} = $count if $count;
 }
 sub linking { return join '', $_[0] =~ /^(    (?:find_package|target_link|cc app).*\n)/mg }
 my $linking = linking(slurp("$root/docs/index.md"));
