@@ -33,6 +33,7 @@ inline std::uint64_t load_field(const unsigned char *field, unsigned width) {
 constexpr std::uint64_t merge(std::uint64_t low, std::uint64_t others, std::uint64_t mask) {
   return others ^ ((others ^ low) & mask);
 }
+static_assert(merge(0b00101, 0b11100000, ones(5)) == 0b11100101);
 
 // Stores the low bits of a number. The bits of the last byte above the width keep what they held.
 // Each common size is one store, so that the caller's load of the field finds it whole.
@@ -57,7 +58,11 @@ inline void store_field(unsigned char *field, std::uint64_t bits, unsigned width
   }
 }
 
-// A run of bits in the packed area that touches at most eight bytes.
+// A run of bits in the packed area that touches at most eight bytes. The five bits of a field abcde
+// from position 6 on, in bytes 0 and 1:
+//
+//     little    de...... .....abc    at shift 6
+//     big       ......ab cde.....    at shift 64 - 6 - 5, byte 0 weighing most
 template <class Order>
 struct Run {
   Run(std::size_t position, unsigned width_)

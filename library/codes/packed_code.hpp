@@ -89,18 +89,21 @@ inline Count count_codes(Codes codes) {
   return count;
 }
 
+// Takes the codes that are cut from the left. Result: how many zeros go in front of the others.
+inline std::size_t look_ahead(Codes &codes, std::size_t positions, int opc) {
+  const Count count = count_codes(codes);
+  if (has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA))
+    for (std::size_t left = count.length; left > positions; --left) codes.next();
+  const bool fills = has_flag(opc, CODALFA_OPC_ZEROS) &&
+                     (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || count.only_digits());
+  return fills && count.length < positions ? positions - count.length : 0;
+}
+
 inline int save_by_character(unsigned char *dest, const char *text, int n, int opc) {
   const std::size_t positions = positions_of(n);
   Codes codes(text);
-  std::size_t fill = 0;
-  if (has_flag(opc, CODALFA_OPC_ZEROS | CODALFA_OPC_CORTA_ESQUERDA)) {
-    const Count count = count_codes(codes);
-    if (has_flag(opc, CODALFA_OPC_CORTA_ESQUERDA))
-      for (std::size_t left = count.length; left > positions; --left) codes.next();
-    if (count.length < positions && has_flag(opc, CODALFA_OPC_ZEROS) &&
-        (!has_flag(opc, CODALFA_OPC_SO_DIGITOS) || count.only_digits()))
-      fill = positions - count.length;
-  }
+  const bool looks = has_flag(opc, CODALFA_OPC_ZEROS | CODALFA_OPC_CORTA_ESQUERDA);
+  const std::size_t fill = looks ? look_ahead(codes, positions, opc) : 0;
 
   // What is stored ends behind the last character that is no blank; blanks behind it are taken back.
   std::size_t end = 0;

@@ -33,7 +33,8 @@ constexpr std::int64_t applied(std::int64_t base, std::int64_t percent) {
 }
 
 // The least base whose percent, with all its decimals, reaches the target. What the rule must see to
-// lift to the target is counted in hundredths of a unit.
+// lift to the target is counted in hundredths of a unit. For 100 units at 60%: cut, 100.00 must be
+// seen, and 167 (100.20) is the least; five up, 99.50 is enough, and so 166 (99.60).
 template <int Decimals, Rule R>
 constexpr std::int64_t least_base(std::int64_t target, std::int64_t percent) {
   int128 seen = int128{target} * 100;
