@@ -139,7 +139,7 @@ void guids() {
   const auto given = [&](std::size_t i) {
     return std::string(reinterpret_cast<char *>(values[i]), 16);
   };
-  Task("bits", "parse a GUID", 7)
+  Task("bits", "parse a GUID", 9)
       .ours([&](std::size_t i) { ZGUID_parse(out, texts[i]), clobber(); }, given)
       .peer(
           "libuuid", [&](std::size_t i) { keep(uuid_parse(texts[i], out)), clobber(); },
@@ -147,7 +147,7 @@ void guids() {
             uuid_parse(texts[i], out);
             return std::string(reinterpret_cast<char *>(out), 16);
           });
-  Task("bits", "print a GUID", 6)
+  Task("bits", "print a GUID", 8)
       .ours([&](std::size_t i) { ZGUID_string(text, values[i], ZGUID_HIFENS), clobber(); },
             [&](std::size_t i) { return std::string(texts[i]); })
       .peer(
@@ -177,7 +177,7 @@ void url_texts() {
     encoded[i] = URLENCOD_codifica(out, texts[i].c_str());
   }
   CURL *curl = curl_easy_init();
-  Task("bits", "URL text of 64 bytes, 8 escapes, encode", 38)
+  Task("bits", "URL text of 64 bytes, 8 escapes, encode")
       .ours([&](std::size_t i) { URLENCOD_codifica(out, texts[i].c_str()), clobber(); },
             [&](std::size_t i) { return encoded[i]; })
       .peer(
@@ -198,7 +198,7 @@ void url_texts() {
         keep(given);
         g_free(given);
       });
-  Task("bits", "URL text of 64 bytes, 8 escapes, decode", 36)
+  Task("bits", "URL text of 64 bytes, 8 escapes, decode")
       .ours(
           [&](std::size_t i) { URLENCOD_decodifica(out, encoded[i].c_str()), clobber(); },
           [&](std::size_t i) { return std::string(URLENCOD_decodifica(out, encoded[i].c_str())); })
@@ -215,7 +215,7 @@ void url_texts() {
         keep(given);
         g_free(given);
       });
-  Task("bits", "URL text of 64 bytes, nothing to escape, encode", 10)
+  Task("bits", "URL text of 64 bytes, nothing to escape, encode")
       .ours([&](std::size_t i) { URLENCOD_codifica(out, clean[i].c_str()), clobber(); })
       .floor("strcpy", [&](std::size_t i) { std::strcpy(out, clean[i].c_str()), clobber(); });
   for (std::size_t length : {8, 32, 128, 512, 2048}) {

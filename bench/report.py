@@ -26,7 +26,8 @@ REASONS = {
     "codes/12 characters": "the length, the page test, the look-up of all 128 ASCII characters and the packing take "
                            "one way for every alphabet; there is none of its own for digits and capitals",
     "codes/12 characters to 9 bytes, small letters too":
-        "each small letter is asked of the process's locale by toupper, since a locale can change between two calls",
+        "whether every small letter has its own capital is asked of the process's locale, which can change between two "
+        "calls",
     "calendar/build a date": "whether the date exists is looked up, because one that does not is stored otherwise, "
                              "and the form in force is a variable that a program may replace",
     "calendar/compare": "both numbers are read by the service that reads dates, two calls by name",

@@ -36,28 +36,38 @@ consteval bool header_agrees() {
 }
 static_assert(header_agrees());
 
-// The digits that a text begins with, at most `limit`, copied to where a word more has room.
-inline std::size_t copy_digits(char *to, const char *text, std::size_t limit) {
+// How many digits a text begins with, at most `limit`.
+inline std::size_t count_digits(const char *text, std::size_t limit) {
   std::size_t count = 0;
   while (count < limit && bytes::same_page(text + count, 8)) {
-    const auto word = bytes::load<std::uint64_t>(text + count);
-    bytes::store(to + count, word);
-    const std::uint64_t others = digits::non_digits(word);
+    const std::uint64_t others = digits::non_digits(bytes::load<std::uint64_t>(text + count));
     count += static_cast<std::size_t>(std::countr_zero(others)) / 8;
     if (others != 0) return std::min(count, limit);
   }
-  for (; count < limit && digits::is_digit(text[count]); ++count) to[count] = text[count];
+  while (count < limit && digits::is_digit(text[count])) ++count;
   return std::min(count, limit);
 }
 
+// The number services are given digits alone, and all are taken from the text before the first byte
+// is written: the text may stand where the field will.
 template <int N>
 inline int from_text(unsigned char *dest, const char *text) {
-  constexpr std::size_t limit = kMember<N>.digits;
-  // The number services are given digits alone, and the text may stand where the field will.
-  char taken[limit + 8];
-  const std::size_t count = text != nullptr ? copy_digits(taken, text, limit) : 0;
-  taken[count] = '\0';
-  wide::from_text<N>(dest + 1, taken, count);
+  const std::size_t count = text != nullptr ? count_digits(text, kMember<N>.digits) : 0;
+  unsigned char *const low = dest + 1, *const high = low + quantities::kLimbBytes;
+  if (count > kLimbDigits) {
+    const auto above = static_cast<unsigned>(count) - kLimbDigits;
+    const wide::LimbText upper(text, above), lower(text + above, kLimbDigits);
+    wide::kServiceOf<N, 1>.from_text(high, upper.text());
+    _ato8(low, lower.text());
+  } else {
+    if (count != 0) {
+      const wide::LimbText digits(text, static_cast<unsigned>(count));
+      _ato8(low, digits.text());
+    } else {
+      std::memset(low, 0, quantities::kLimbBytes);
+    }
+    std::memset(high, 0, N - quantities::kLimbBytes);
+  }
   dest[0] = static_cast<unsigned char>(count);
   return count != 0;
 }
