@@ -27,15 +27,15 @@ constexpr Powers kPowers = [] {
 
 Int128 power_of_ten(int exponent) { return kPowers.of_ten[exponent]; }
 
-// ABNT NBR 5891: up from above one half, and from one half where the digit kept is odd. Gives the
-// number of units.
+// ABNT NBR 5891: up from above one half, and from one half where the digit kept is odd; as in the
+// library's money, a value below zero is cut. Gives the number of units.
 Int128 round_nbr(Int128 value, Int128 unit) {
   const Int128 kept = value / unit;
-  const Int128 rest = value < 0 ? -(value % unit) : value % unit;
-  const bool odd = kept % 2 != 0;
+  if (value < 0) return kept;
+  const Int128 rest = value % unit;
   // Twice the rest may be more than fits.
-  const bool up = rest > unit - rest || (rest == unit - rest && odd);
-  return kept + (up ? (value < 0 ? -1 : 1) : 0);
+  const bool up = rest > unit - rest || (rest == unit - rest && kept % 2 != 0);
+  return kept + (up ? 1 : 0);
 }
 
 // Exact numbers of any width, as they lie in a vector.

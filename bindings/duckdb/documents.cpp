@@ -1,8 +1,10 @@
 // campotipo_valida, campotipo_limpa, campotipo_edita, campotipo_identifica.
+#include <algorithm>
 #include <string>
 
 #include "kinds/checks.hpp"
 #include "scalar.hpp"
+#include "text/ascii.hpp"
 
 namespace campotipo::duckdb {
 
@@ -10,16 +12,23 @@ namespace {
 
 using records::NamedCheck;
 
+// Letters of either case are taken for the word.
+bool is_word(std::string_view told, std::string_view word) {
+  return std::equal(told.begin(), told.end(), word.begin(), word.end(), [](char a, char b) {
+    return records::ascii::capital(a) == records::ascii::capital(b);
+  });
+}
+
 // The documents of a chunk: mostly the same word in every row.
 class Document {
  public:
   const NamedCheck &of(std::string_view word) {
-    if (check_ != nullptr && word == check_->name) return *check_;
-    check_ = records::named_check(word);
-    if (check_ != nullptr && check_->shortest != 0) return *check_;
+    if (check_ != nullptr && is_word(word, check_->name)) return *check_;
     std::string words;
     for (const NamedCheck &check : records::named_checks()) {
-      if (check.shortest != 0) words += (words.empty() ? "" : ", ") + std::string(check.name);
+      if (check.shortest == 0) continue;
+      if (is_word(word, check.name)) return *(check_ = &check);
+      words += (words.empty() ? "" : ", ") + std::string(check.name);
     }
     throw Failure("no document is called '" + std::string(word) + "', expected one of " + words);
   }

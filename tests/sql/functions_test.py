@@ -75,9 +75,14 @@ def test_what_is_no_document(sql):
 
 
 def test_words_that_are_no_document_are_refused(sql):
-    for word in ("cpf", "", "modulo11", "CEP"):
+    for word in ("CPFs", "", "modulo11", "CEP"):
         with pytest.raises(duckdb.Error, match=f"'{word}', expected one of CPF, "):
             sql("select campotipo_valida(?, '1')", word)
+
+
+def test_words_are_known_in_letters_of_either_case(sql):
+    assert sql("select campotipo_valida(w, t) from (values ('cpf', '12345678909'), "
+               "('Cnpj_Alfa', '12ABC34501DE35'), ('cns', '1')) v(w, t)") == [(True,), (True,), (False,)]
 
 
 def test_nulls_stay_nulls(sql):
@@ -93,7 +98,7 @@ def test_nulls_stay_nulls(sql):
     assert [row[2] for row in rows] == [None if i % 3 == 0 else ["CPF"] for i in range(9000)]
 
 
-def test_rounding_is_half_to_even(sql):
+def test_rounding_is_half_to_even_and_cuts_below_zero(sql):
     some = random.Random(5891)
     for width in (4, 9, 18, 38):
         for scale in {0, 1, width // 2, min(width, 12), width}:
@@ -103,8 +108,8 @@ def test_rounding_is_half_to_even(sql):
             for value in values + [tie for tie in ties if abs(tie) < 10 ** width]:
                 exact = decimal.Decimal(value).scaleb(-scale)
                 places = some.randrange(11)
-                wanted = exact.quantize(decimal.Decimal(1).scaleb(-min(places, scale)),
-                                        decimal.ROUND_HALF_EVEN)
+                rule = decimal.ROUND_DOWN if value < 0 else decimal.ROUND_HALF_EVEN
+                wanted = exact.quantize(decimal.Decimal(1).scaleb(-min(places, scale)), rule)
                 query = (f"select campotipo_arredonda('{exact:f}'::decimal({width}, {scale}), "
                          f"{places})")
                 if abs(wanted) >= 10 ** 28:
