@@ -66,30 +66,27 @@ class LimbText {
   Piece characters_;
 };
 
-// Fills the limbs from the highest down to this one with the `rest` characters left of `end`, the
-// lower limbs' characters being behind it.
+// Fills the limbs from this one up with the `rest` characters left of `end`, the lower limbs'
+// characters being behind it.
 template <int N, int Limb>
 inline void fill_limbs(unsigned char *field, const char *end, std::size_t rest) {
   constexpr unsigned room = kMember<N>.digits_of(Limb);
   unsigned char *limb = field + kLimbBytes * Limb;
   if (rest < room) {
-    if constexpr (Limb + 1 < kMember<N>.limbs)
-      std::memset(limb + kLimbBytes, 0, N - kLimbBytes * (Limb + 1));
     const LimbText characters(end - rest, static_cast<unsigned>(rest));
     kServiceOf<N, Limb>.from_text(limb, characters.text());
-    return;
+  } else {
+    const LimbText characters(end - room, room);
+    kServiceOf<N, Limb>.from_text(limb, characters.text());
   }
   if constexpr (Limb + 1 < kMember<N>.limbs) {
-    if (rest > room)
-      fill_limbs<N, Limb + 1>(field, end - room, rest - room);
-    else
-      std::memset(limb + kLimbBytes, 0, N - kLimbBytes * (Limb + 1));
+    if (rest > room) return fill_limbs<N, Limb + 1>(field, end - room, rest - room);
+    std::memset(limb + kLimbBytes, 0, N - kLimbBytes * (Limb + 1));
   }
-  const LimbText characters(end - room, room);
-  kServiceOf<N, Limb>.from_text(limb, characters.text());
 }
 
-// The rightmost characters of the text, as many as the capacity.
+// The rightmost characters of the text, as many as the capacity. The lowest limb goes first: its
+// service has the characters where they are, and the others' are copied meanwhile.
 template <int N>
 inline int from_text(unsigned char *dest, const char *text, std::size_t length) {
   if (length <= kLimbDigits) {
@@ -97,8 +94,8 @@ inline int from_text(unsigned char *dest, const char *text, std::size_t length) 
     return _ato8(dest, text);
   }
   const std::size_t rest = length - kLimbDigits;
-  fill_limbs<N, 1>(dest, text + rest, rest);
   _ato8(dest, text + rest);
+  fill_limbs<N, 1>(dest, text + rest, rest);
   return !is_zero<N>(dest);
 }
 
