@@ -21,25 +21,31 @@ mapfile -t files < <(find "$work/layouts" -name '*.toml' | sort)
   echo "${#files[@]} layouts, expected 109 of records and 29 of files"
   exit 1
 }
+# Beside each single record one without values: blanks, and zeros for dates.
+python3 - "${files[@]}" << 'END'
+import sys, tomllib
+
+for path in sys.argv[1:]:
+    with open(path, "rb") as stream:
+        fields = tomllib.load(stream).get("field", [])
+    text = "".join("0" * len(field["stored"]) if field["type"] == "DATE" else " " * (
+        field.get("bytes") or field.get("digits") or len(field["stored"])) for field in fields)
+    if text:
+        with open(path + ".txt", "w", newline="") as stream:
+            stream.write(text + "\r\n")
+END
 failed=0
 for file in "${files[@]}"; do
-  size=$(sed -n 's/^size = //p' "$file")
-  "$campotipo" layout "$file" > "$work/drawn" 2> "$work/told" || {
-    cat "$work/told"
-    failed=1
+  if [ ! -f "$file.txt" ]; then
+    "$campotipo" layout "$file" > /dev/null 2> "$work/told" && continue
+  elif "$campotipo" dump "$file" "$file.txt" --format csv > "$work/table" 2> "$work/told" &&
+    "$campotipo" load "$file" "$work/table" -o "$work/back" 2> "$work/told" &&
+    cmp "$file.txt" "$work/back"; then
     continue
-  }
-  # A record of blanks, as long as the layout says, is read and comes back.
-  if ! grep -q '^\[\[record\]\]' "$file"; then
-    printf "%${size}s\r\n" '' > "$work/blank"
-    "$campotipo" dump "$file" "$work/blank" --format csv > "$work/blank.csv" &&
-      "$campotipo" load "$file" "$work/blank.csv" -o "$work/back" 2> "$work/told" &&
-      cmp "$work/blank" "$work/back" || {
-      echo "$file: a record of $size blanks does not come back"
-      cat "$work/told"
-      failed=1
-    }
   fi
+  echo "$file: refused, or a record without values does not come back"
+  cat "$work/told"
+  failed=1
 done
 
 if "$source/scripts/cnab-layout" cnab240/104/nothing > /dev/null 2> "$work/told"; then

@@ -151,7 +151,7 @@ def expected(field, stored, value):
         return None
     if field["type"] in ("TEXT", "DIGITS"):
         return stored if "pad" in field else stored.rstrip(" ")
-    return value
+    return Decimal(value) if field["type"] == "NUM" else value
 
 
 def same(read, told):
