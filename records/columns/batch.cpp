@@ -14,14 +14,27 @@ constexpr std::size_t kMostText = std::size_t{1} << 30;
 
 std::size_t bitmap_bytes(std::size_t rows) { return (rows + 63) / 64 * 8; }
 
-// Bits behind `from` are set where `flags` tells it; those behind the last one stay undefined.
+// The lowest bits of eight bytes, the first one lowest.
+unsigned gathered(std::uint64_t bytes) {
+  return static_cast<unsigned>((bytes & 0x0101010101010101) * 0x0102040810204080 >> 56);
+}
+
+// Bits from `from` on are set where a byte is 1; those behind the last one stay undefined.
 void append_bits(char *bits, std::size_t from, const std::uint8_t *flags, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i) {
+  const auto set = [&](std::size_t i) {
     const std::size_t at = from + i;
     const auto bit = static_cast<char>(1 << at % 8);
     if (at % 8 == 0) bits[at / 8] = 0;
     bits[at / 8] = static_cast<char>(flags[i] != 0 ? bits[at / 8] | bit : bits[at / 8] & ~bit);
+  };
+  std::size_t i = 0;
+  for (; i < count && (from + i) % 8 != 0; ++i) set(i);
+  for (; i + 8 <= count; i += 8) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, flags + i, sizeof eight);
+    bits[(from + i) / 8] = static_cast<char>(gathered(eight));
   }
+  for (; i < count; ++i) set(i);
 }
 
 }  // namespace
@@ -70,26 +83,25 @@ void Batch::refuse(const PlannedColumn &column, const RecordRows &rows, std::siz
   throw error;
 }
 
-// The rows in front of the first null are all there.
-void Batch::set_null(ColumnValues &values, std::size_t row, std::size_t end) {
-  const bool first = values.nulls == 0;
-  char *bits = values.validity.reserve(bitmap_bytes(end));
-  if (first) std::memset(bits, 0xFF, bitmap_bytes(end));
-  bits[row / 8] = static_cast<char>(bits[row / 8] & ~(1 << row % 8));
-  ++values.nulls;
+// Where there are nulls, the rows in front of the first one are all there.
+void Batch::append_validity(ColumnValues &values, const std::uint8_t *valid, std::size_t count) {
+  const auto nulls = std::count(valid, valid + count, std::uint8_t{0});
+  if (nulls == 0 && values.nulls == 0) return;
+  char *bits = values.validity.reserve(bitmap_bytes(rows_ + count));
+  if (values.nulls == 0) std::memset(bits, 0xFF, bitmap_bytes(rows_));
+  append_bits(bits, rows_, valid, count);
+  values.nulls += nulls;
 }
 
-void Batch::look_at_states(const PlannedColumn &column, ColumnValues &values,
-                           const RecordRows &rows) {
+// Turns the states into flags of what is there.
+void Batch::look_at_states(const PlannedColumn &column, const RecordRows &rows) {
   for (std::size_t i = 0; i < rows.count; ++i) {
     const auto state = static_cast<ValueState>(states_[i]);
-    if (state == ValueState::kValue) continue;
-    if (state != ValueState::kNull) {
-      if (!plan_->faults_become_null) refuse(column, rows, i);
-      fault_names_.resize(rows.count);
-      fault_names_[i] += (fault_names_[i].empty() ? "" : ",") + column.name;
-    }
-    set_null(values, rows_ + i, rows_ + rows.count);
+    states_[i] = state == ValueState::kValue ? 1 : 0;
+    if (state == ValueState::kValue || state == ValueState::kNull) continue;
+    if (!plan_->faults_become_null) refuse(column, rows, i);
+    fault_names_.resize(rows.count);
+    fault_names_[i] += (fault_names_[i].empty() ? "" : ",") + column.name;
   }
 }
 
@@ -97,7 +109,8 @@ void Batch::append_field(std::size_t at, const RecordRows &rows) {
   const PlannedColumn &column = plan_->columns[at];
   const Field &field = *column.field;
   ColumnValues &values = columns_[at];
-  const DecodeInput in = {rows.records, rows.count, field.offset, field.type, &field.params};
+  const DecodeInput in = {rows.records, rows.count,    field.offset,
+                          field.type,   &field.params, plan_->kind->bytes};
   DecodeOutput out = {};
   states_.assign(rows.count, 0);
   out.states = states_.data();
@@ -117,18 +130,15 @@ void Batch::append_field(std::size_t at, const RecordRows &rows) {
   } else {
     out.values = values.values.reserve(size * end) + size * rows_;
   }
-  // New rows are valid until something else is told.
-  if (values.nulls != 0) {
-    std::vector<std::uint8_t> ones(rows.count, 1);
-    append_bits(values.validity.reserve(bitmap_bytes(end)), rows_, ones.data(), rows.count);
-  }
   const bool any = column.decode(in, out);
   if (out.offsets != nullptr && rows.count != 0) {
     values.text_size = static_cast<std::size_t>(out.offsets[rows.count - 1]);
   } else if (size == 0 && column.type.physical == Physical::kBool) {
     append_bits(values.values.reserve(bitmap_bytes(end)), rows_, flags_.data(), rows.count);
   }
-  if (any) look_at_states(column, values, rows);
+  if (!any && values.nulls == 0) return;
+  look_at_states(column, rows);
+  append_validity(values, states_.data(), rows.count);
 }
 
 void Batch::append_numbers(ColumnValues &values, const RecordRows &rows) {
@@ -141,17 +151,15 @@ void Batch::append_texts(ColumnValues &values, const std::vector<std::string> &t
   const std::size_t end = rows_ + texts.size();
   auto *ends = reinterpret_cast<std::int32_t *>(values.values.reserve(4 * (end + 1)));
   if (rows_ == 0) ends[0] = 0;
-  if (values.nulls != 0) {
-    std::vector<std::uint8_t> ones(texts.size(), 1);
-    append_bits(values.validity.reserve(bitmap_bytes(end)), rows_, ones.data(), texts.size());
-  }
+  std::vector<std::uint8_t> valid(texts.size(), 1);
   for (std::size_t i = 0; i < texts.size(); ++i) {
     char *at = values.text.reserve(values.text_size + texts[i].size() + 1) + values.text_size;
     texts[i].copy(at, texts[i].size());
     values.text_size += texts[i].size();
     ends[rows_ + i + 1] = static_cast<std::int32_t>(values.text_size);
-    if (empty_is_null && texts[i].empty()) set_null(values, rows_ + i, end);
+    if (empty_is_null && texts[i].empty()) valid[i] = 0;
   }
+  append_validity(values, valid.data(), valid.size());
 }
 
 void Batch::append(const RecordRows &rows) {

@@ -71,8 +71,8 @@ class Batch {
   void append_numbers(ColumnValues &values, const RecordRows &rows);
   void append_texts(ColumnValues &values, const std::vector<std::string> &texts,
                     bool empty_is_null);
-  void look_at_states(const PlannedColumn &column, ColumnValues &values, const RecordRows &rows);
-  void set_null(ColumnValues &values, std::size_t row, std::size_t end);
+  void look_at_states(const PlannedColumn &column, const RecordRows &rows);
+  void append_validity(ColumnValues &values, const std::uint8_t *valid, std::size_t count);
   [[noreturn]] void refuse(const PlannedColumn &column, const RecordRows &rows,
                            std::size_t i) const;
 

@@ -7,25 +7,6 @@ namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE {
 
 namespace {
 
-bool text(const DecodeInput &in, const DecodeOutput &out) {
-  bool any = false;
-  const bool nullable = (in.type->traits & kNullable) != 0;
-  const std::int32_t begin = out.begin;
-  char *at = out.bytes;
-  for (std::size_t i = 0; i < in.count; ++i) {
-    const unsigned char *field = in.records[i] + in.offset;
-    if (at_fault(in, field)) {
-      any = note(out, i, ValueState::kFault);
-    } else {
-      char *end = in.type->put(at, field, *in.params);
-      if (nullable && end == at) any = note(out, i, ValueState::kNull);
-      at = end;
-    }
-    out.offsets[i] = begin + static_cast<std::int32_t>(at - out.bytes);
-  }
-  return any;
-}
-
 template <int Bytes, class Value>
 bool whole(const DecodeInput &in, const DecodeOutput &out) {
   for (std::size_t i = 0; i < in.count; ++i) {
@@ -176,10 +157,29 @@ Decode bits_of(Physical physical) {
 
 }  // namespace
 
+bool texts(const DecodeInput &in, const DecodeOutput &out) {
+  bool any = false;
+  const bool nullable = (in.type->traits & kNullable) != 0;
+  const std::int32_t begin = out.begin;
+  char *at = out.bytes;
+  for (std::size_t i = 0; i < in.count; ++i) {
+    const unsigned char *field = in.records[i] + in.offset;
+    if (at_fault(in, field)) {
+      any = note(out, i, ValueState::kFault);
+    } else {
+      char *end = in.type->put(at, field, *in.params);
+      if (nullable && end == at) any = note(out, i, ValueState::kNull);
+      at = end;
+    }
+    out.offsets[i] = begin + static_cast<std::int32_t>(at - out.bytes);
+  }
+  return any;
+}
+
 Decode decode(const FieldType &type, const ColumnType &column) {
-  const Physical physical = column.physical;
-  if (physical == Physical::kUtf8) return text;
   if (const Decode characters = decode_characters(type, column)) return characters;
+  const Physical physical = column.physical;
+  if (physical == Physical::kUtf8) return texts;
   switch (type.column) {
     case ColumnForm::kUnsigned:
       return unsigned_of(type.bytes, physical);
@@ -197,7 +197,7 @@ Decode decode(const FieldType &type, const ColumnType &column) {
     default:
       break;
   }
-  return text;
+  return texts;
 }
 
 }  // namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE

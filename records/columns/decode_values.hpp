@@ -52,7 +52,11 @@ inline Wide256 times_plus(const Wide256 &value, U64 factor, U64 more) {
 
 }  // namespace
 
-// The loop for a field that is stored as characters; null for other fields.
+// Texts as the kind of field writes them.
+bool texts(const DecodeInput &in, const DecodeOutput &out);
+
+// The loops for fields that are stored as characters; null for other fields.
 Decode decode_characters(const FieldType &type, const ColumnType &column);
+Decode decode_digits(Physical physical);
 
 }  // namespace campotipo::records::CAMPOTIPO_KERNELS_NAMESPACE

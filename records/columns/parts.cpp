@@ -1,5 +1,7 @@
 #include "columns/parts.hpp"
 
+#include <algorithm>
+
 #include "kinds/bits.hpp"
 #include "kinds/civil.hpp"
 #include "kinds/dates.hpp"
@@ -34,6 +36,33 @@ DayState civil_day(const unsigned char *field, const FieldType &type, const Para
 
 bool is_none(const unsigned char *field, const Params &p) {
   return characters::is_absent(field, p);
+}
+
+bool has_empties_of_digits(const Params &p) {
+  unsigned char digits[text_numbers::kMostDigits];
+  bool negative = false;
+  for (const std::string &form : p.empties) {
+    const auto *field = reinterpret_cast<const unsigned char *>(form.data());
+    if (text_digits(field, p, digits, negative)) return true;
+  }
+  return false;
+}
+
+bool is_plain_text(const Params &p) {
+  return p.pad == '\0' && p.empties.size() == 1 &&
+         p.empties[0].find_first_not_of(' ') == std::string::npos;
+}
+
+DigitDate digit_date(const Params &p) {
+  const DatePattern::Form &form = p.stored->full;
+  DigitDate date;
+  const bool digits = std::all_of(form.above.begin(), form.above.begin() + form.length,
+                                  [](unsigned char above) { return above != 0; });
+  date.is_plain = digits && form.length <= sizeof date.places;
+  std::copy(form.place.begin(), form.place.end(), date.places);
+  date.pivot = p.pivot;
+  date.has_century = p.stored->has_century;
+  return date;
 }
 
 DayState text_day(const unsigned char *field, const Params &p, std::int32_t &day) {

@@ -21,6 +21,21 @@ DayState civil_day(const unsigned char *field, const FieldType &type, const Para
 // Whether a field that is stored as characters stands for no value.
 bool is_none(const unsigned char *field, const Params &p);
 
+// Whether one of the forms that stand for no value could be read as a number.
+bool has_empties_of_digits(const Params &p);
+
+// Whether a text only ends in blanks, and nothing but blanks stands for no value.
+bool is_plain_text(const Params &p);
+
+// Where the digits DDMMAAAA of a stored date lie, for forms of digits alone.
+struct DigitDate {
+  bool is_plain = false;   // digits alone, at most eight
+  std::uint8_t places[8];  // of a year of two digits the last four
+  int pivot = 0;
+  bool has_century = false;
+};
+DigitDate digit_date(const Params &p);
+
 // As civil_day(), of a date that is stored as text.
 DayState text_day(const unsigned char *field, const Params &p, std::int32_t &day);
 

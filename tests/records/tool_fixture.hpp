@@ -118,9 +118,10 @@ inline std::string random_characters_of(const Field &field, Random &random) {
     return content;
   }
   if (name == "DATE") {
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d",
-                  p.stored->has_century ? random.between(1, 9999) : random.between(1930, 2029),
-                  random.between(1, 12), random.between(1, 28));
+    std::snprintf(
+        text, sizeof text, "%04d-%02d-%02d",
+        p.stored->has_century ? random.between(1, 9999) : p.pivot + random.between(1900, 1999),
+        random.between(1, 12), random.between(1, 28));
     const std::string d = text;
     if (p.pattern->text == "AAAA-MM-DD") return d;
     return d.substr(8) + "/" + d.substr(5, 2) + "/" + d.substr(0, 4);
