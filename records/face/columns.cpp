@@ -179,10 +179,10 @@ void look_at_states(const std::vector<std::uint8_t> &states, const Field &field,
 }
 
 void decode(const Field &field, const ColumnType &type, const unsigned char *const *records,
-            std::size_t count, campotipo_column &column) {
+            std::size_t count, std::size_t record_bytes, campotipo_column &column) {
   std::vector<std::uint8_t> states(count);
   std::vector<std::uint8_t> flags(type.physical == Physical::kBool ? count : 0);
-  const DecodeInput in = {records, count, field.offset, field.type, &field.params};
+  const DecodeInput in = {records, count, field.offset, field.type, &field.params, record_bytes};
   DecodeOutput out = {};
   out.states = states.data();
   out.values = flags.empty() ? column.values : flags.data();
@@ -230,7 +230,7 @@ campotipo_status campotipo_decode(const campotipo_layout *layout, size_t kind, s
     if (field >= type.fields.size()) face::refuse("no such field");
     const records::Field &known = type.fields[field];
     face::decode(known, records::column_type(known, face::wide_of(wide), records::Times::kSeconds),
-                 records, count, *column);
+                 records, count, type.bytes, *column);
     return CAMPOTIPO_OK;
   });
 }
