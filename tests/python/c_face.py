@@ -42,6 +42,41 @@ class StreamOptions(Sized):
                 ("faults", c.c_int), ("file", c.c_char_p), ("batch_rows", c.c_size_t)]
 
 
+WRITE = c.CFUNCTYPE(c.c_int, c.c_void_p, c.c_void_p, c.c_size_t)
+LOST = c.CFUNCTYPE(None, c.c_void_p, c.POINTER(Error))
+
+
+class Sink(Sized):
+    _fields_ = [("size", c.c_size_t), ("write", WRITE), ("context", c.c_void_p)]
+
+
+class LoaderOptions(Sized):
+    _fields_ = [("size", c.c_size_t), ("lossy", c.c_int), ("lost", LOST), ("context", c.c_void_p),
+                ("ignored", c.POINTER(c.c_char_p)), ("n_ignored", c.c_size_t),
+                ("header", c.c_void_p), ("header_bytes", c.c_size_t), ("trailer", c.c_void_p),
+                ("trailer_bytes", c.c_size_t), ("bare", c.c_int)]
+
+
+class Block(Sized):
+    _fields_ = [("size", c.c_size_t), ("count", c.c_size_t),
+                ("records", c.POINTER(c.POINTER(c.c_ubyte))), ("numbers", c.POINTER(c.c_uint64)),
+                ("kinds", c.POINTER(c.c_uint32)), ("base", c.c_void_p), ("offset", c.c_uint64)]
+
+
+class Kind(Sized):
+    _fields_ = [("size", c.c_size_t), ("name", c.c_char_p), ("bytes", c.c_size_t),
+                ("fields", c.c_size_t), ("main", c.c_int)]
+
+
+class Lost:
+    """A value that is not stored whole."""
+
+    def __init__(self, error):
+        text = error.text.decode()
+        self.record, self.kind, self.field = error.record, error.kind.decode(), error.field.decode()
+        self.what = text[text.rindex('" ') + 2:]
+
+
 class Refused(Exception):
     def __init__(self, error):
         super().__init__(error.text.decode())
@@ -99,3 +134,55 @@ class Layout:
         call("campotipo_splits", self.handle, c.byref(given), c.c_size_t(wanted), parts,
              c.byref(made))
         return list(parts)[:made.value]
+
+    def kind(self, name):
+        """Number and bytes of a kind."""
+        number, known = c.c_size_t(), Kind()
+        call("campotipo_layout_find_kind", self.handle, (name or "").encode(), c.byref(number))
+        LIBRARY.campotipo_layout_kind(self.handle, number, c.byref(known))
+        return number.value, known.bytes
+
+    def records(self, content, kind, numbers):
+        """The bytes of records of a kind, by their numbers."""
+        found, wanted = {}, set(numbers)
+        reader, block = self.reader(content), Block()
+        number, size = self.kind(kind)
+        while call("campotipo_reader_next", reader, c.byref(block)) == OK:
+            for i in range(block.count):
+                if block.numbers[i] in wanted and block.kinds[i] == number:
+                    found[block.numbers[i]] = c.string_at(block.records[i], size)
+        LIBRARY.campotipo_reader_free(reader)
+        return [found[each] for each in numbers]
+
+    def encode(self, kind, table, lossy=False, ignored=()):
+        """The records that a table makes, without what stands around each, and what is lost."""
+        parts, lost = [], []
+
+        def write(_, data, count):
+            parts.append(c.string_at(data, count))
+            return 0
+
+        names = [name.encode() for name in ignored]
+        sink = Sink(write=WRITE(write))
+        options = LoaderOptions(lossy=lossy, bare=1, n_ignored=len(names),
+                                ignored=(c.c_char_p * len(names))(*names) if names else None)
+        if lossy:
+            options.lost = LOST(lambda _, error: lost.append(Lost(error.contents)))
+        loader = c.c_void_p()
+        call("campotipo_loader_open", self.handle, c.byref(sink), c.byref(options), c.byref(loader))
+        try:
+            for batch in table.to_batches():
+                schema, array = (c.c_uint64 * 9)(), (c.c_uint64 * 10)()
+                batch._export_to_c(c.addressof(array), c.addressof(schema))
+                try:
+                    call("campotipo_encode", loader, (kind or "").encode(), schema, array)
+                finally:
+                    for struct, at in ((schema, 7), (array, 8)):
+                        c.CFUNCTYPE(None, c.c_void_p)(struct[at])(c.addressof(struct))
+            call("campotipo_loader_finish", loader)
+        finally:
+            LIBRARY.campotipo_loader_free(loader)
+        made, size = b"".join(parts), self.kind(kind)[1]
+        stride = len(made) // table.num_rows if table.num_rows else 0
+        return b"".join(made[at + stride - size:at + stride]
+                        for at in range(0, len(made), stride or 1)), lost

@@ -418,6 +418,31 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_load(campotipo_loader *loader,
                                                       campotipo_error *error);
 
 /*
+ * Adds the rows of a table, a struct array with a child a column, as records of one kind; the table
+ * stays the caller's. kind null or "": as for campotipo_layout_find_kind. Columns are found by the
+ * names of fields in a flat table, in any order; a null, an empty text and a column that is missing
+ * stand for no value. "_record", "_file" and "_fault" are passed over.
+ *
+ *   field                 columns that are taken
+ *   numbers, bits, texts  bool (0 and 1), integers of any width, decimals of 32 to 256 bits, texts
+ *   dates                 date32, date64, timestamp without a zone, texts
+ *   times of day          time32, time64, texts
+ *
+ * Texts are utf8, large_utf8 and utf8_view, and say what a cell of CSV says. Each may stand in a
+ * dictionary; the type null has no value. A number is stored where the field holds it with all of
+ * its decimals, whatever their count in the column; a timestamp where it is the beginning of a day.
+ *
+ * CAMPOTIPO_ARGUMENT for a table that does not follow its schema, and for a column that the kind
+ * does not have or of a type that its field never holds: the file goes on where no rows were added.
+ * CAMPOTIPO_VALUE, with record (counted from the beginning of the file), kind and field, for a value
+ * that is refused; CAMPOTIPO_RECORD for a record that would be read as another kind.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_encode(campotipo_loader *loader, const char *kind,
+                                                        const struct ArrowSchema *schema,
+                                                        const struct ArrowArray *array,
+                                                        campotipo_error *error);
+
+/*
  * Ends the file. CAMPOTIPO_VALUE, with how many in the text, where values were refused and told to
  * `lost`; CAMPOTIPO_ARGUMENT after an error, and the second time.
  */
