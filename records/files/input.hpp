@@ -20,7 +20,8 @@ class Input : public Source {
   Input(const std::string &path, Use use, const std::string &name = "");
   ~Input() override;
 
-  // Reads until `room` bytes are there or the file ends; the result is less only at the end.
+  // Reads until `room` bytes are there or the file ends; the result is less only at the end. Throws
+  // an Error where a regular file ends before the size that it had when it was opened.
   std::size_t read(void *dest, std::size_t room) override;
 
   // Moves forward without reading, where the file allows it.
@@ -36,9 +37,13 @@ class Input : public Source {
   std::uint64_t size() const override { return size_; }
 
  private:
+  void look_at(Use use);
+  void close_file() const;
+
   std::string name_;
   int fd_ = -1;
   std::uint64_t size_ = 0;
+  std::uint64_t place_ = 0;  // of the next byte, in a regular file
   std::uint64_t left_ = std::numeric_limits<std::uint64_t>::max();  // that may still be read
 };
 

@@ -18,8 +18,11 @@ PaddedString in_c_locale(PaddedText text) {
 }
 
 const char *take_any_code(unsigned char *field, PaddedText text, const Params &p) {
+  const bool plain = !scan::has_small_or_high(text.data(), text.size());
   const bool known =
-      CODALFA_opc_salvou(field, in_c_locale(text).text().data(), p.n, p.options) != 0;
+      CODALFA_opc_salvou(field, plain ? text.data() : in_c_locale(text).text().data(), p.n,
+                         p.options) != 0;
+  if (plain && known && plain_code(text, p.n)) return nullptr;
   std::string back(static_cast<std::size_t>(p.n) + 1, '\0');
   CODALFA_extrai(back.data(), field, p.n);
   if (conversion::same(text.view(), back.c_str())) return nullptr;

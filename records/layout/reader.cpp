@@ -198,7 +198,8 @@ Layout read_top(const toml::table &root, const std::string &name) {
 Layout parse_layout(std::string_view text, const std::string &name) {
   check_depth(text, name);
   try {
-    return read_top(toml::parse(text, name), name);
+    // Without the name, which toml++ would copy where it promises to throw nothing.
+    return read_top(toml::parse(text), name);
   } catch (const toml::parse_error &error) {
     layout_fault(name, error.source(), std::string(error.description()));
   }

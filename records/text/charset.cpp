@@ -111,7 +111,14 @@ std::string Charset::from_utf8(std::string_view text, bool &whole) const {
     return std::string(text);
   }
   std::string bytes;
+  bytes.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
+    if (keeps_ascii_) {
+      const std::size_t begin = at;
+      while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
+      bytes.append(text, begin, at - begin);
+      if (at == text.size()) break;
+    }
     const char32_t point = utf8::next(text, at);
     if (latin_ && point < 0x100) {
       bytes += static_cast<char>(point);

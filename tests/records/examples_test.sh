@@ -52,6 +52,17 @@ aberta           tdD    1000 null
 saldo            d:23,2 0 null
 END
 
+[ "$("$programs/write_columns" "$work/conta.toml" "$work/written.reg" 3000)" = "3000 records" ] ||
+  fault "write_columns"
+cmp "$work/conta.reg" "$work/written.reg" || fault "columns give other records than rows"
+
+# A layout that lacks a field, and what is left of the file.
+sed 's/"saldo"/"valor"/' "$work/conta.toml" > "$work/other.toml"
+! "$programs/write_columns" "$work/other.toml" "$work/refused.reg" 3000 2> "$work/told" ||
+  fault "a column without a field is written"
+grep -q 'has no field "saldo"' "$work/told" && [ ! -e "$work/refused.reg" ] ||
+  fault "$(cat "$work/told")"
+
 # What is wrong is told, with its place, and the status says so.
 truncate -s -5 "$work/conta.reg"
 ! "$programs/hand_stream" "$work/conta.toml" "$work/conta.reg" > "$work/out" 2> "$work/told" ||
