@@ -18,7 +18,7 @@ constexpr const char *kLayout =
     "name='r'\nencoding='CP850'\nlength={bytes=2}\n[[field]]\nname='a'\ntype='BIN3'\n"
     "[[field]]\nname='b'\ntype='BIN8'\ndecimals=4\n[[field]]\nname='c'\ntype='BINQ10'\ndecimals=2\n"
     "[[field]]\nname='d'\ntype='BINQ16'\n[[field]]\nname='e'\ntype='BINQ21'\ndecimals=30\n"
-    "[[field]]\nname='f'\ntype='QUANTIA'\n[[field]]\nname='g'\ntype='PORC1'\n[[field]]\nname='h'\n"
+    "[[field]]\nname='f'\ntype='QUANTIA'\n[[field]]\nname='g'\ntype='PORC2'\n[[field]]\nname='h'\n"
     "type='DATAC'\nencoding='packed'\n[[field]]\nname='i'\ntype='DATAC'\nencoding='decimal'\n"
     "format='DD/MM/AA'\n[[field]]\nname='j'\ntype='HORAC'\n[[field]]\nname='k'\ntype='HHMMSS'\n"
     "[[field]]\nname='l'\ntype='ZBTFIELD'\nbits=[1, 13, 40, 64]\n[[field]]\nname='m'\n"

@@ -6,6 +6,7 @@
 
 #include "kinds/bits.hpp"
 #include "kinds/numbers.hpp"
+#include "kinds/text_numbers.hpp"
 
 namespace campotipo::records {
 
@@ -92,6 +93,46 @@ void parts(const Number *values, std::uint8_t *marks, std::size_t count,
   });
 }
 
+// Digits from the last one on; what is left of the number behind the first.
+std::uint64_t put_digits(unsigned char *first, unsigned char *end, std::uint64_t value) {
+  for (; end != first; value /= 10) *--end = static_cast<unsigned char>('0' + value % 10);
+  return value;
+}
+
+// False where the digits are too many.
+template <class Number>
+bool put_number(unsigned char *digits, int count, Number value) {
+  unsigned char *end = digits + count;
+  if constexpr (sizeof(Number) > 8) {
+    constexpr int kDigits = 19;
+    for (; count > kDigits; count -= kDigits, end -= kDigits, value /= kLimb) {
+      put_digits(end - kDigits, end, static_cast<std::uint64_t>(value % kLimb));
+    }
+    if (value >> 64 != 0) return false;
+  }
+  return put_digits(digits, end, static_cast<std::uint64_t>(value)) == 0;
+}
+
+template <class Number>
+void numerals(const Number *values, std::uint8_t *marks, std::size_t count,
+              const FieldPlaces &fields) {
+  using Unsigned = std::conditional_t<(sizeof(Number) > 8), Uint128, std::uint64_t>;
+  const Params &p = *fields.params;
+  for_each(values, marks, count, fields, [&](unsigned char *field, Number value) {
+    const bool negative = value < 0;
+    if (negative && p.sign == Sign::kNone) return false;
+    auto size = static_cast<Unsigned>(value);
+    if (negative) size = 0 - size;
+    unsigned char *digits = field + (p.sign == Sign::kLeading ? 1 : 0);
+    if (!put_number(digits, p.n, size)) return false;
+    if (p.pad == ' ') {
+      for (int at = 0; at + 1 < p.n && digits[at] == '0'; ++at) digits[at] = ' ';
+    }
+    text_numbers::store_sign(field, negative, p);
+    return p.empties.empty() || !characters::is_absent(field, p);
+  });
+}
+
 template <class Number, std::size_t... I>
 constexpr auto all_whole(std::index_sequence<I...>) {
   return std::array<StoreNumbers<Number>, sizeof...(I)>{whole<static_cast<int>(I) + 1, Number>...};
@@ -133,6 +174,8 @@ StoreNumbers<Number> store_numbers(const FieldType &type) {
       return kLimbs[bytes - 9];
     case ColumnForm::kBits:
       return parts<Number>;
+    case ColumnForm::kNumber:
+      return numerals<Number>;
     default:
       return nullptr;
   }

@@ -22,8 +22,18 @@ constexpr char kNul[] = "a NUL byte, which ends the text";
 constexpr std::int64_t kSecondsOfDay = 86400;
 constexpr std::size_t kMoments = 1024;
 
+bool is_date(ColumnForm form) { return form == ColumnForm::kDate || form == ColumnForm::kTextDate; }
+
 bool is_time(ColumnForm form) {
-  return form == ColumnForm::kMinutes || form == ColumnForm::kSeconds;
+  return form == ColumnForm::kMinutes || form == ColumnForm::kSeconds ||
+         form == ColumnForm::kTextTime;
+}
+
+// Hours and minutes alone.
+bool is_minutes(const Field &field) {
+  constexpr int kDigits = 4;
+  return field.type->column == ColumnForm::kMinutes ||
+         (field.type->column == ColumnForm::kTextTime && field.params.n == kDigits);
 }
 
 // Whether such values may be of use in such a field: each by itself is looked at later.
@@ -34,7 +44,7 @@ bool may_hold(const FieldType &field, InputForm form) {
       return true;
     case InputForm::kDate:
     case InputForm::kTimestamp:
-      return field.column == ColumnForm::kDate;
+      return is_date(field.column);
     case InputForm::kTime:
       return is_time(field.column);
     case InputForm::kBool:
@@ -42,7 +52,7 @@ bool may_hold(const FieldType &field, InputForm form) {
     case InputForm::kDecimal:
       break;
   }
-  return field.column != ColumnForm::kDate && !is_time(field.column);
+  return !is_date(field.column) && !is_time(field.column);
 }
 
 // A day or time as a column of its type gives it back.
@@ -195,7 +205,7 @@ const char *FieldEncoder::moment_text(std::int64_t value, std::string &text) con
   if (type.form == InputForm::kTime) {
     if (value < 0 || whole >= kSecondsOfDay) return kNoTime;
     if (part != 0) return kPartOfSecond;
-    text = time_text(whole, field_->type->column == ColumnForm::kMinutes, field_->params);
+    text = time_text(whole, is_minutes(*field_), field_->params);
     return nullptr;
   }
   if (part != 0) return kPartOfDay;

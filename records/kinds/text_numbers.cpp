@@ -136,6 +136,8 @@ Decimal decimal_of(std::string_view text) {
 
 bool all_zeros(std::string_view text) { return text.find_first_not_of('0') == text.npos; }
 
+}  // namespace
+
 void store_sign(unsigned char *field, bool negative, const Params &p) {
   if (p.sign == Sign::kLeading) field[0] = negative ? '-' : '+';
   if (p.sign == Sign::kTrailing) field[p.n] = negative ? '-' : '+';
@@ -143,6 +145,8 @@ void store_sign(unsigned char *field, bool negative, const Params &p) {
   unsigned char &last = field[p.n - 1];
   last = static_cast<unsigned char>((negative ? kNegative : kPositive)[last - '0']);
 }
+
+namespace {
 
 // The digits fit; those of the fraction that the field lacks are zeros.
 void store(unsigned char *field, const Decimal &number, const Params &p) {

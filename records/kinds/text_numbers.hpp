@@ -17,6 +17,9 @@ struct Digits {
 // False for bytes that are no number.
 bool read(Digits &number, const unsigned char *field, const Params &p);
 
+// Puts the sign of a number beside its digits, which are in the field, or into the last one.
+void store_sign(unsigned char *field, bool negative, const Params &p);
+
 char *put(char *out, const unsigned char *field, const Params &p);
 const char *take(unsigned char *field, PaddedText text, const Params &p);
 const char *fault(const unsigned char *field, const Params &p);
