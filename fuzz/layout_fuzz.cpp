@@ -24,7 +24,7 @@ void require(bool holds) {
 }
 
 // Any bytes, made a record of the kind: a field that is not well formed loses its value.
-std::string record_of(const Layout &layout, const RecordType &type, std::uint32_t seed) {
+std::string record_of(const RecordType &type, std::uint32_t seed) {
   std::string bytes(type.bytes, '\0');
   for (char &c : bytes) c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
   for (const Field &filler : type.fillers)
@@ -36,8 +36,13 @@ std::string record_of(const Layout &layout, const RecordType &type, std::uint32_
     require(field.type->take(record + field.offset, PaddedText(), field.params) == nullptr);
     require(field.check != nullptr || field_fault(field, record) == nullptr);
   }
-  if (layout.several() && !type.when.empty()) {
-    bytes.replace(layout.select_offset, layout.select_bytes, type.when[0]);
+  for (const FieldRules &rules : type.rules) {
+    const Field &field = type.fields[rules.field];
+    if (rules.constant) bytes.replace(field.offset, field.bytes, rules.values[0].stored);
+  }
+  for (const Condition &condition : type.when) {
+    const Field &field = type.fields[condition.field];
+    bytes.replace(field.offset, field.bytes, condition.stored[0]);
   }
   return bytes;
 }
@@ -51,12 +56,14 @@ void come_back(const Layout &layout) {
   text.append(csv_header(layout, layout.columns, false, "\r\n"));
   for (std::uint32_t i = 0; i < 3 * layout.types.size(); ++i) {
     const std::size_t kind = i % layout.types.size();
-    const std::string record = record_of(layout, layout.types[kind], i);
+    const std::string record = record_of(layout.types[kind], i);
     const auto *bytes = reinterpret_cast<const unsigned char *>(record.data());
-    if (layout.type_of(bytes) != &layout.types[kind]) continue;
+    const RecordType &type = layout.types[kind];
+    if (layout.type_of(bytes, record.size()) != &type) continue;
+    if (layout.lines() && line_end_in(type, bytes) != type.bytes) continue;
     csv[kind].run(bytes, text);
     json[kind].run(bytes, other);
-    records += length_prefix(layout, layout.types[kind]) + record;
+    records += length_prefix(layout, layout.types[kind]) + record + line_end(layout);
   }
   require(campotipo::fuzz::load_back(layout, std::string(text.view()), text.view().size() + 1) ==
           records);

@@ -23,16 +23,24 @@ const char *const kLayouts[] = {
     "[[field]]\nname='c'\ntype='DATAC'\n[[field]]\nname='d'\ntype='BINQ9'\ndecimals=2\n",
     "name='r'\nheader=2\ntrailer=1\n[[field]]\nname='a'\ntype='BSTR21'\n[[field]]\nname='b'\n"
     "type='HORAC'\n[[field]]\nname='c'\ntype='ZBTFIELD'\norder='big'\nbits=[3, 9]\n",
-    "name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='t'\n"
-    "type='BIN1'\n[[record]]\nname='d'\nwhen=['2', '3']\n[[record.field]]\nname='t'\ntype='BIN1'\n"
+    "name='r'\n[[record]]\nname='h'\nwhen={t='1'}\n[[record.field]]\nname='t'\n"
+    "type='BIN1'\n[[record]]\nname='d'\nwhen={t=['2', "
+    "'3']}\n[[record.field]]\nname='t'\ntype='BIN1'\n"
     "[[record.field]]\nname='q'\ntype='QUANTIA'\n",
-    "name='r'\nselect='t'\nlength={bytes=2, order='big'}\n[[record]]\nname='h'\nwhen='1'\n"
+    "name='r'\nlength={bytes=2, order='big'}\n[[record]]\nname='h'\nwhen={t='1'}\n"
     "[[record.field]]\nname='t'\ntype='BIN1'\n[[record]]\nname='d'\n[[record.field]]\nname='t'\n"
     "type='BIN1'\n[[record.field]]\nname='p'\ntype='PORC4'\n",
     "name='r'\nlength={bytes=1, counts_itself=true}\ntrailer={hex='1A'}\nencoding='CP850'\n"
     "[[field]]\nname='d'\ntype='DATAC'\nencoding='packed'\nformat='AAAA-MM-DD'\n[[field]]\n"
     "name='h'\ntype='HHMMSS'\ncolumn='d'\njoin='T'\n[[field]]\nname='s'\ntype='CODSTR'\nbytes=4\n"
     "column='d'\njoin='T'\n",
+    "name='r'\nline_end='crlf'\n[[record]]\nname='h'\nwhen={t='H'}\n[[record.field]]\nname='t'\n"
+    "type='CODSTR'\nbytes=1\n[[record.field]]\nname='x'\ntype='CODSTR'\nbytes=4\n[[record]]\n"
+    "name='d'\nwhen={t=['D', 'E'], u='2'}\n[[record.field]]\nname='t'\ntype='CODSTR'\nbytes=1\n"
+    "[[record.field]]\nname='u'\ntype='CODSTR'\nbytes=1\n[[record.field]]\nname='q'\ntype='BIN3'\n",
+    "name='r'\nline_end='lf'\n[[record]]\nname='h'\nwhen={t='H'}\n[[record.field]]\nname='t'\n"
+    "type='CODSTR'\nbytes=1\n[[record]]\nname='d'\n[[record.field]]\nname='t'\ntype='CODSTR'\n"
+    "bytes=4\n",
     "name='r'\nheader={hex='AB'}\n[[field]]\nname='g'\ncount=2\n[[field.field]]\nname='x'\n"
     "type='BIN2'\ncount=2\n[[field.field]]\nname='y'\ntype='ZBTFIELD'\nbits=[1, 7, 4]\n[[field]]\n"
     "type='fill'\nhex='20'\n[[field]]\nname='c'\ntype='CODALFA'\npositions=11\ncheck='CPF'\n",
@@ -69,11 +77,13 @@ const Told &told(std::size_t which) {
   return known[which % known.size()];
 }
 
-bool well_formed(const RecordBlock &block, const RecordBlock::Record &record) {
+bool well_formed(const Layout &layout, const RecordBlock &block,
+                 const RecordBlock::Record &record) {
   const auto good = [&](const Field &field) {
     return field_fault(field, block.record(record)) == nullptr;
   };
   const RecordType &type = *record.type;
+  if (layout.lines() && line_end_in(type, block.record(record)) != type.bytes) return false;
   return std::all_of(type.fields.begin(), type.fields.end(), good) &&
          std::all_of(type.fillers.begin(), type.fillers.end(), good);
 }
@@ -94,6 +104,7 @@ Content content(const Told &how, const std::string &path, std::size_t size) {
   RecordBlock block;
   Buffer json;
   std::string faults;
+  std::string notes;
   Content result;
   result.csv.append(how.header);
   while (stream.read(block)) {
@@ -102,12 +113,14 @@ Content content(const Told &how, const std::string &path, std::size_t size) {
       const auto kind = static_cast<std::size_t>(record.type - layout.types.data());
       how.json[kind].run(block.record(record), json);
       result.all += record.type->name + "@" + std::to_string(block.place(record)) + "\n";
-      if (!well_formed(block, record)) continue;
+      if (!well_formed(layout, block, record)) continue;
       how.csv[kind].run(block.record(record), result.csv);
       result.kept += length_prefix(layout, *record.type);
       result.kept.append(reinterpret_cast<const char *>(block.record(record)), record.type->bytes);
+      result.kept += line_end(layout);
     }
     for (const StreamFault &fault : block.faults) faults += fault.text() + "\n";
+    for (const StreamFault &note : block.notes) notes += note.text() + "\n";
   }
   // Which of a field and a record was first found at fault may depend on the blocks.
   std::set<std::string> findings;
@@ -120,7 +133,7 @@ Content content(const Told &how, const std::string &path, std::size_t size) {
   }
   for (const std::string &line : findings) result.all += line;
   validator.json();
-  result.all += faults + std::string(json.view());
+  result.all += faults + notes + std::string(json.view());
   return result;
 }
 

@@ -7,6 +7,7 @@
 #include "errors/error.hpp"
 #include "findings/finding_counts.hpp"
 #include "rows/loader.hpp"
+#include "rules/field_rules.hpp"
 #include "text/nearest.hpp"
 
 namespace campotipo::records {
@@ -85,11 +86,9 @@ void Encoder::match(const ArrowSchema &schema, const std::vector<std::string> &i
   }
 }
 
-// The stored form of no value: what tells the kind is filled where there is one form of it.
+// The stored form of no value: where there is one form that the field has to have, that.
 std::string Encoder::empty_of(const Field &field) const {
-  if (layout_->several() && &field == &kind_->fields[kind_->select] && kind_->when.size() == 1) {
-    return kind_->when[0];
-  }
+  if (const std::string *constant = constant_of(*kind_, field)) return *constant;
   std::string stored(field.bytes, '\0');
   field.type->take(reinterpret_cast<unsigned char *>(stored.data()), PaddedText(), field.params);
   return stored;
@@ -98,7 +97,7 @@ std::string Encoder::empty_of(const Field &field) const {
 void Encoder::make_blank() {
   const std::string prefix = length_prefix(*layout_, *kind_);
   in_front_ = prefix.size();
-  blank_ = prefix + std::string(kind_->bytes, '\0');
+  blank_ = prefix + std::string(kind_->bytes, '\0') + line_end(*layout_);
   auto *record = reinterpret_cast<unsigned char *>(blank_.data()) + in_front_;
   for (const Field &filler : kind_->fillers) {
     std::copy(filler.params.fill.begin(), filler.params.fill.end(), record + filler.offset);
@@ -107,22 +106,73 @@ void Encoder::make_blank() {
     if (stored_[i]) continue;
     const Field &field = kind_->fields[i];
     add_stored(record + field.offset, empty_of(field));
+    const FieldRules *rules = rules_of(*kind_, field);
+    if (rules != nullptr && rules->follows()) missing_.push_back(rules);
+  }
+  for (const RecordType &type : layout_->types) {
+    for (const FieldRules &rules : type.rules) follows_ = follows_ || rules.follows();
   }
 }
 
+// The fields whose values follow from other records, where the table has none.
+void Encoder::find_unfilled(EncodedBlock &block) const {
+  block.unfilled.clear();
+  if (!follows_) return;
+  for (std::size_t i = 0; i < block.rows; ++i) {
+    for (const FieldRules *rules : missing_) block.unfilled.holes.push_back({i, rules});
+    for (const FieldEncoder &encoder : fields_) {
+      const FieldRules *rules = rules_of(*kind_, encoder.field());
+      const bool hole = rules != nullptr && rules->follows() && !encoder.has_value(i);
+      if (hole) block.unfilled.holes.push_back({i, rules});
+    }
+    block.unfilled.made.push_back({i * blank_.size() + in_front_, kind_});
+  }
+}
+
+// Tells which field is not as the kind has it.
+void Encoder::contradict(const unsigned char *record, std::uint64_t number) const {
+  std::string field;
+  std::string what = "the values do not tell the kind \"" + kind_->name + "\"";
+  for (const Field &each : kind_->fields) {
+    const std::string *constant = constant_of(*kind_, each);
+    const auto *condition = condition_of(*kind_, each);
+    const bool fits = condition != nullptr
+                          ? kind_->holds(*condition, record)
+                          : constant == nullptr || has_form(each, record, *constant);
+    if (fits) continue;
+    field = each.flat;
+    what = "field " + field + ": \"" + shortened(field_text(each, record)) + "\" " +
+           (condition != nullptr ? "does not tell the kind \"" + kind_->name + "\""
+                                 : "is not the value that it always has");
+    break;
+  }
+  Error error(ErrorCode::kRecord, "record " + std::to_string(number) + ": " + what);
+  error.record = number;
+  error.kind = kind_->name;
+  error.field = field;
+  throw error;
+}
+
 void Encoder::check_kind(const EncodedBlock &block, std::uint64_t before) const {
-  if (!layout_->several()) return;
+  const bool told = layout_->several() || !kind_->when.empty();
+  std::vector<const FieldRules *> constants;
+  for (const FieldRules &rules : kind_->rules) {
+    if (rules.constant) constants.push_back(&rules);
+  }
+  if (!told && constants.empty() && !layout_->lines()) return;
   const auto *at = reinterpret_cast<const unsigned char *>(block.records.view().data());
   for (std::size_t i = 0; i < block.rows; ++i, at += blank_.size()) {
-    if (layout_->type_of(at + in_front_) == kind_) continue;
-    const Field &select = kind_->fields[kind_->select];
-    Error error(ErrorCode::kRecord, "record " + std::to_string(before + i + 1) + ": field " +
-                                        select.flat + ": \"" +
-                                        shortened(field_text(select, at + in_front_)) +
-                                        "\" does not tell the kind \"" + kind_->name + "\"");
-    error.record = before + i + 1;
+    const unsigned char *record = at + in_front_;
+    const std::uint64_t number = before + i + 1;
+    const bool fits = std::all_of(constants.begin(), constants.end(), [&](const auto *rules) {
+      return has_form(kind_->fields[rules->field], record, rules->values[0].stored);
+    });
+    if (!fits || layout_->type_of(record, kind_->bytes) != kind_) contradict(record, number);
+    if (!layout_->lines() || line_end_in(*kind_, record) == kind_->bytes) continue;
+    Error error(ErrorCode::kRecord,
+                "record " + std::to_string(number) + ": a value holds the end of a line");
+    error.record = number;
     error.kind = kind_->name;
-    error.field = select.flat;
     throw error;
   }
 }
@@ -144,6 +194,7 @@ bool Encoder::next(EncodedBlock &block, std::uint64_t before) {
   std::stable_sort(block.lost.begin(), block.lost.end(),
                    [](const EncodeLoss &a, const EncodeLoss &b) { return a.row < b.row; });
   check_kind(block, before);
+  find_unfilled(block);
   done_ += static_cast<std::int64_t>(block.rows);
   return true;
 }

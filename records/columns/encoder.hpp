@@ -8,6 +8,7 @@
 #include "columns/field_encoder.hpp"
 #include "layout/layout.hpp"
 #include "rows/buffer.hpp"
+#include "rows/unfilled.hpp"
 
 namespace campotipo::records {
 
@@ -16,6 +17,7 @@ struct EncodedBlock {
   Buffer records;
   std::size_t rows = 0;
   std::vector<EncodeLoss> lost;  // by row, then by column
+  Unfilled unfilled;
 };
 
 // Turns the rows of a table into records of one kind: the columns are matched with the fields by
@@ -39,13 +41,17 @@ class Encoder {
   void make_blank();
   std::string empty_of(const Field &field) const;
   void check_kind(const EncodedBlock &block, std::uint64_t before) const;
+  [[noreturn]] void contradict(const unsigned char *record, std::uint64_t number) const;
+  void find_unfilled(EncodedBlock &block) const;
 
   const Layout *layout_;
   const RecordType *kind_;
   const ArrowArray *array_;
   std::vector<std::string> names_;
   std::vector<FieldEncoder> fields_;
-  std::vector<bool> stored_;  // by field of the kind
+  std::vector<bool> stored_;                 // by field of the kind
+  std::vector<const FieldRules *> missing_;  // that follow from other records, without a column
+  bool follows_ = false;                     // some kind has values that do
   std::string blank_;
   std::size_t in_front_ = 0;  // bytes of a record in front of its fields
   std::int64_t done_ = 0;

@@ -39,6 +39,11 @@ class FieldEncoder {
   void run(const EncodeRows &rows, std::vector<EncodeLoss> &lost);
   const std::string &name() const { return column_.name(); }
 
+  const Field &field() const { return *field_; }
+
+  // Whether the column has a value in this one of the rows that were run last.
+  bool has_value(std::size_t row) const { return marks_[row] == kHasValue; }
+
  private:
   // What a day or time became: they come in runs, and few of them are different.
   struct Stored {

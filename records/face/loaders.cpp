@@ -36,8 +36,9 @@ class Rows {
   }
 
  private:
-  void add(const LoadedBlock &block) {
+  void add(LoadedBlock &block) {
     tell_losses(block.lost);
+    writing_->fill(block.records, block.unfilled);
     writing_->put(block.records.view(), block.rows);
     if (!block.fault.empty()) {
       throw error(ErrorCode::kRecord, block.fault_line, writing_->records() + 1, "", block.fault);

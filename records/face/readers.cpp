@@ -69,7 +69,8 @@ bool next_block(campotipo_reader &reader) {
     }
     for (const StreamFault &fault : reader.block.faults) {
       reader.skipped += fault.record != 0 ? 1 : 0;
-      if (!reader.skip && reader.pending == nullptr) reader.pending = error_of(reader, fault);
+      if ((!reader.skip || fault.fatal) && reader.pending == nullptr)
+        reader.pending = error_of(reader, fault);
     }
     if (!reader.block.records.empty()) return true;
   }

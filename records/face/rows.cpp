@@ -41,14 +41,15 @@ std::unique_ptr<campotipo_rows> rows_of(campotipo_reader *reader,
   auto rows = std::make_unique<campotipo_rows>();
   if (told.kind != nullptr && *told.kind != '\0')
     rows->kind = &records::kind_for(layout, told.kind);
-  const auto columns = records::chosen_columns(layout, names_of(told));
+  const auto columns = records::chosen_columns(layout, names_of(told), rows->kind);
   const bool hex = told.hex != 0;
   const std::string end = told.line_feeds != 0 ? "\n" : "\r\n";
   if (told.format == CAMPOTIPO_ROWS_NDJSON) {
-    rows->writers = records::json_writers(layout, columns, hex);
+    rows->writers = records::json_writers(layout, columns, hex, rows->kind);
   } else {
-    rows->writers = records::csv_writers(layout, columns, hex, end);
-    if (told.no_header == 0) rows->header = records::csv_header(layout, columns, hex, end);
+    rows->writers = records::csv_writers(layout, columns, hex, end, rows->kind);
+    if (told.no_header == 0)
+      rows->header = records::csv_header(layout, columns, hex, end, rows->kind);
   }
   return rows;
 }

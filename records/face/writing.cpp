@@ -25,6 +25,8 @@ Writing::Writing(std::shared_ptr<const Layout> layout, const campotipo_sink &sin
     : layout_(std::move(layout)),
       sink_(sink),
       lossy_(options.lossy != 0),
+      bare_(options.bare != 0),
+      filler_(*layout_),
       lost_(options.lost),
       context_(options.context) {
   for (std::size_t i = 0; options.ignored != nullptr && i < options.n_ignored; ++i) {
@@ -47,6 +49,16 @@ void Writing::lose(const Error &loss) {
   told.size = sizeof told;
   tell(&told, loss);
   lost_(context_, &told);
+}
+
+void Writing::fill(Buffer &records, const Unfilled &unfilled) {
+  if (bare_ && !unfilled.holes.empty()) {
+    const Unfilled::Hole &hole = unfilled.holes[0];
+    const RecordType &type = *unfilled.made[hole.record].type;
+    throw Error(ErrorCode::kValue, "field " + type.fields[hole.rules->field].name +
+                                       ": a value is missing that only the whole file tells");
+  }
+  filler_.fill(records, unfilled, 0);
 }
 
 void Writing::put(std::string_view bytes, std::uint64_t records) {
@@ -74,6 +86,10 @@ void Writing::finish() {
     throw Error(ErrorCode::kValue, std::to_string(losses_) +
                                        (losses_ == 1 ? " value is" : " values are") +
                                        " not stored whole: refused");
+  }
+  if (!filler_.finish().empty()) {
+    throw Error(ErrorCode::kValue,
+                "a count or sum of the whole file is missing in a record that is not the last one");
   }
   begin();
   write(trailer_);

@@ -10,6 +10,7 @@
 
 #include "errors/error.hpp"
 #include "layout/layout.hpp"
+#include "rows/filler.hpp"
 
 namespace campotipo::records::face {
 
@@ -41,6 +42,10 @@ class Writing {
   // A value of a record that the next bytes hold. Throws it where it is refused at once.
   void lose(const Error &loss);
 
+  // Values that follow from other records of the file, where the rows have none. A part of a file does
+  // not tell them.
+  void fill(Buffer &records, const Unfilled &unfilled);
+
   void put(std::string_view bytes, std::uint64_t records);
   void finish();
 
@@ -55,6 +60,8 @@ class Writing {
   std::shared_ptr<const Layout> layout_;
   campotipo_sink sink_;
   bool lossy_;
+  bool bare_;
+  Filler filler_;
   void (*lost_)(void *context, const campotipo_error *loss);
   void *context_;
   std::vector<std::string> ignored_;

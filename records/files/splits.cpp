@@ -52,9 +52,9 @@ class Marks {
   std::vector<Range> marks_;
 };
 
-std::vector<Range> by_arithmetic(const Layout &layout, std::uint64_t size, std::size_t wanted) {
+std::vector<Range> by_arithmetic(const Layout &layout, std::uint64_t size, std::uint64_t stride,
+                                 std::size_t wanted) {
   const std::uint64_t around = layout.header.bytes + layout.trailer.bytes;
-  const std::uint64_t stride = layout.most_bytes();
   const std::uint64_t records = size > around ? (size - around) / stride : 0;
   // What is left of a record cut short is told by the range that comes to it.
   const bool rest = size > around && (size - around) % stride != 0;
@@ -70,17 +70,56 @@ std::vector<Range> by_arithmetic(const Layout &layout, std::uint64_t size, std::
   return ranges;
 }
 
+// Bytes of the first line, where it has the length that the layout tells; else 0.
+std::uint64_t first_line(const Layout &layout, Source &source) {
+  const std::size_t size = layout.most_bytes();
+  std::string line(size + 2, '\0');
+  line.resize(source.read(line.data(), line.size()));
+  if (line.size() > size && line[size] == '\n' && line[size - 1] != '\r') return size + 1;
+  return line.ends_with("\r\n") && line.size() == size + 2 ? size + 2 : 0;
+}
+
+// Whether each range begins behind the end of a line. `at`: how far the source is read.
+bool begin_lines(Source &source, std::uint64_t at, const std::vector<Range> &ranges) {
+  for (const Range &range : ranges) {
+    if (range.byte <= at) continue;
+    char end = '\0';
+    if (!source.skip(range.byte - 1 - at) || source.read(&end, 1) != 1 || end != '\n') return false;
+    at = range.byte;
+  }
+  return true;
+}
+
+// Lines of one length are cut by arithmetic where they stand in their places, else not at all.
+std::vector<Range> by_lines(const Layout &layout, Source &source, std::size_t wanted) {
+  const std::uint64_t stride = first_line(layout, source);
+  if (stride != 0) {
+    auto ranges = by_arithmetic(layout, source.size(), stride, wanted);
+    const std::uint64_t read = std::min<std::uint64_t>(source.size(), layout.most_bytes() + 2);
+    if (begin_lines(source, read, ranges)) {
+      if (ranges.size() > 1) ranges[0].byte = Range::kFront;
+      return ranges;
+    }
+  }
+  return {Range{}};
+}
+
 }  // namespace
 
 std::vector<Range> splits(const Layout &layout, Source &source, std::size_t wanted) {
   if (layout.fixed_size() && source.size() != 0) {
-    return by_arithmetic(layout, source.size(), wanted);
+    return by_arithmetic(layout, source.size(), layout.most_bytes(), wanted);
+  }
+  if (layout.lines() && layout.one_length() && source.size() != 0) {
+    return by_lines(layout, source, wanted);
   }
   Marks marks(wanted);
   RecordStream stream(source, layout);
   RecordBlock block;
   std::uint64_t end = 0;
+  bool faults = false;
   while (stream.read(block)) {
+    faults = faults || !block.faults.empty();
     for (const RecordBlock::Record &record : block.records) {
       // In front of what tells its length.
       marks.add(block.number(record),
@@ -88,7 +127,12 @@ std::vector<Range> splits(const Layout &layout, Source &source, std::size_t want
     }
     end = block.offset + block.size();
   }
-  return marks.ranges(wanted, end);
+  auto ranges = marks.ranges(wanted, end);
+  // Faults in front of the first record belong to the first range.
+  if (ranges.empty() && faults) ranges.emplace_back();
+  if (ranges.empty()) return ranges;
+  ranges[0] = {1, ranges.size() > 1 ? ranges[1].from - 1 : Range{}.count, 0};
+  return ranges;
 }
 
 }  // namespace campotipo::records

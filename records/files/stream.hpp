@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "errors/what.hpp"
 #include "files/source.hpp"
 #include "layout/layout.hpp"
 
@@ -15,6 +16,8 @@ struct StreamFault {
   std::uint64_t record = 0;  // from 1; 0: in front of or behind the records
   std::uint64_t offset = 0;  // in the file
   std::string what;
+  What word = What::kIncomplete;
+  bool fatal = false;  // it cannot be passed over: what stands behind it is not read
 
   // "record 3, byte 126: incomplete record: ...".
   std::string text() const;
@@ -29,8 +32,9 @@ struct RecordBlock {
   };
   std::vector<Record> records;
   std::vector<StreamFault> faults;
-  std::uint64_t first = 1;   // number of the first record
-  std::uint64_t offset = 0;  // of the block in the file
+  std::vector<StreamFault> notes;  // findings that cost no record
+  std::uint64_t first = 1;         // number of the first record
+  std::uint64_t offset = 0;        // of the block in the file
 
   // The bytes that were read, or that stand in the memory of the source.
   const unsigned char *data() const { return window != nullptr ? window : own.data(); }
@@ -51,7 +55,11 @@ class RecordStream {
   struct Range {
     std::uint64_t from = 1;
     std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
-    std::uint64_t byte = 0;  // where the first one stands, if that is known; 0: it is not
+    // Where the first one stands, if that is known; 0: it is not. A part of a file of lines has to
+    // end where the next one begins by arithmetic: else that is a fault which cannot be passed over.
+    std::uint64_t byte = 0;
+    // In the place of 0 for such a part that begins the file.
+    static constexpr std::uint64_t kFront = std::numeric_limits<std::uint64_t>::max();
   };
 
   // A record that does not follow the layout is told and left out; where its end is not known,
@@ -67,15 +75,29 @@ class RecordStream {
  private:
   void begin(RecordBlock &block);
   void begin_at_byte(RecordBlock &block);
+  void begin_at_line(RecordBlock &block);
   void read_more(RecordBlock &block);
   void split(RecordBlock &block, std::size_t usable);
   void split_plain(RecordBlock &block, std::size_t usable, std::size_t &at);
   bool split_one(RecordBlock &block, std::size_t usable, std::size_t &at);
   std::size_t stored_length(const unsigned char *prefix) const;
-  void fault(RecordBlock &block, std::size_t at, std::uint64_t record, const std::string &what);
-  void last_fault(RecordBlock &block, std::size_t at, std::uint64_t record,
-                  const std::string &what);
   void finish(RecordBlock &block, std::size_t at);
+
+  // In lines.cpp.
+  struct Line;
+  void split_lines(RecordBlock &block, std::size_t &at);
+  bool split_even_lines(RecordBlock &block, std::size_t &at);
+  bool find_line(const RecordBlock &block, std::size_t at, Line &line) const;
+  void look_at_end(RecordBlock &block, std::size_t at, const Line &line);
+  void take_line(RecordBlock &block, std::size_t at, const Line &line, const RecordType *type);
+  void look_at_range(RecordBlock &block, std::size_t at);
+  void keep_end(RecordBlock &block, std::size_t &at);
+
+  void push(RecordBlock &block, std::size_t at, const RecordType &type);
+  void fault(RecordBlock &block, std::size_t at, std::uint64_t record, What word,
+             const std::string &what);
+  void last_fault(RecordBlock &block, std::size_t at, std::uint64_t record, What word,
+                  const std::string &what);
 
   Source *input_;
   const Layout *layout_;
@@ -90,6 +112,13 @@ class RecordStream {
   bool begun_ = false;
   bool ended_ = false;  // nothing is left in the file
   bool done_ = false;
+
+  LineEnd ends_ = LineEnd::kNone;     // as the first line that has an end
+  bool wary_ = true;                  // the next line is looked through for its end
+  bool by_place_ = false;             // where lines begin follows from their numbers
+  std::uint64_t stride_ = 0;          // then: from one to the next; 0: not known yet
+  std::uint64_t passed_ = 0;          // bytes that were not kept of a line too long for any record
+  const RecordType *long_ = nullptr;  // its kind
 };
 
 }  // namespace campotipo::records

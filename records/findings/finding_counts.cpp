@@ -14,14 +14,16 @@ std::string shortened(const std::string &text) {
   return printable(first.size() < text.size() ? first + "..." : first);
 }
 
-FindingCounts::Entry &FindingCounts::entry(const std::string &field, const std::string &what) {
+FindingCounts::Entry &FindingCounts::entry(const std::string &field, const std::string &what,
+                                           What word) {
   const auto [found, fresh] = known_.try_emplace({field, what}, lines_.size());
-  if (fresh) lines_.push_back({field, what, {}});
+  if (fresh) lines_.push_back({field, what, {}, word});
   return lines_[found->second].entry;
 }
 
-bool FindingCounts::add(const std::string &field, const std::string &what, const Location &place) {
-  Entry &counted = entry(field, what);
+bool FindingCounts::add(const std::string &field, const std::string &what, const Location &place,
+                        What word) {
+  Entry &counted = entry(field, what, word);
   ++counted.count;
   ++total_;
   if (counted.places.size() >= places_) return false;
@@ -31,7 +33,7 @@ bool FindingCounts::add(const std::string &field, const std::string &what, const
 
 void FindingCounts::merge(const FindingCounts &other, std::uint64_t records, std::uint64_t lines) {
   for (const Line &line : other.lines_) {
-    Entry &counted = entry(line.field, line.what);
+    Entry &counted = entry(line.field, line.what, line.word);
     counted.count += line.entry.count;
     for (Location place : line.entry.places) {
       if (counted.places.size() >= places_) break;

@@ -32,8 +32,9 @@ class FindingCounts {
     std::vector<Location> places;
   };
 
-  // True if the place was kept: the value may then be told to `place(...)`.
-  bool add(const std::string &field, const std::string &what, const Location &place);
+  // True if the place was kept. what: as people read it; word: as programs do.
+  bool add(const std::string &field, const std::string &what, const Location &place,
+           What word = What::kInvalid);
 
   // Takes over what was counted elsewhere, whose records and lines are numbered from 1 on after
   // those told.
@@ -47,11 +48,12 @@ class FindingCounts {
     std::string field;
     std::string what;
     Entry entry;
+    What word = What::kInvalid;
   };
   const std::vector<Line> &lines() const { return lines_; }
 
  private:
-  Entry &entry(const std::string &field, const std::string &what);
+  Entry &entry(const std::string &field, const std::string &what, What word);
 
   std::size_t places_;
   std::map<std::pair<std::string, std::string>, std::size_t> known_;

@@ -7,32 +7,45 @@
 #include "files/stream.hpp"
 #include "findings/finding_counts.hpp"
 #include "layout/layout.hpp"
+#include "rules/file_rules.hpp"
 
 namespace campotipo::records {
 
 // Name of a field in a report: with the kind of its record where there are several.
 std::string field_label(const Layout &layout, const RecordType &type, const Field &field);
 
-// One invalid value, or one place where the file does not follow its layout.
+// One value that is not as the layout tells, or one place where the file is not.
 struct Finding {
   const RecordType *type = nullptr;  // null: the file itself
-  std::string field;                 // its label
-  std::string what;
+  const Field *field = nullptr;      // null: the record
+  What what = What::kInvalid;
+  std::string text;  // what is wrong, for people
   Location place;
 
+  // The field with its kind where there are several.
+  std::string label(const Layout &layout) const;
+
   // One object of JSON.
-  std::string json(const std::string &file) const;
+  std::string json(const Layout &layout, const std::string &file) const;
 };
 
-// Reads every record and counts, field by field, the invalid values.
+// Reads every record of a file and counts, field by field, what is not as the layout tells.
 class Validator {
  public:
-  Validator(const Layout &layout, std::string file) : layout_(&layout), file_(std::move(file)) {}
+  Validator(const Layout &layout, std::string file);
+  Validator(const Validator &) = delete;
+  Validator &operator=(const Validator &) = delete;
 
-  // What is told of every finding, in the order of the file.
+  // What is told of every finding, in the order of the file but for those of whole blocks.
   void each(std::function<void(const Finding &)> each) { each_ = std::move(each); }
 
+  // Records of no kind are counted and no findings.
+  void skip_unknown() { skip_unknown_ = true; }
+
   void add(const RecordBlock &block);
+
+  // The file has ended.
+  void finish() { rules_.finish(); }
 
   const FindingCounts &findings() const { return findings_; }
   std::uint64_t records() const { return records_; }
@@ -43,13 +56,18 @@ class Validator {
 
  private:
   void examine(const RecordBlock &block, const RecordBlock::Record &record, const Field &field);
+  void examine_rules(const RecordBlock &block, const RecordBlock::Record &record);
+  void examine_line(const RecordBlock &block, const RecordBlock::Record &record);
   void found(const Finding &finding);
 
   const Layout *layout_;
   std::string file_;
   std::function<void(const Finding &)> each_;
   FindingCounts findings_;
+  FileRules rules_;
   std::uint64_t records_ = 0;
+  bool skip_unknown_ = false;
+  std::uint64_t skipped_ = 0;
 };
 
 }  // namespace campotipo::records

@@ -117,6 +117,11 @@ bool holds(const NamedCheck &check, std::string_view text) {
   if (clean.size() < check.shortest && ascii::all_digits(clean)) {
     clean.insert(0, check.shortest - clean.size(), '0');
   }
+  // A field may be wider than its document.
+  if (check.longest != 0 && clean.size() > check.longest &&
+      clean.find_first_not_of('0') >= clean.size() - check.longest) {
+    clean.erase(0, clean.size() - check.longest);
+  }
   return check.holds(clean.data(), 0) != 0;
 }
 

@@ -33,7 +33,8 @@ bool can_be(const NamedCheck &check, std::string_view text);
 std::string usual_form(const NamedCheck &check, const std::string &text);
 
 // Whether the check holds for a text, of which punctuation does not count. A text without content,
-// zeros included, is not checked; a number that lost its leading zeros gets them back.
+// zeros included, is not checked; a number that lost its leading zeros gets them back, and one with more of
+// them than it has loses them.
 bool holds(const NamedCheck &check, std::string_view text);
 
 }  // namespace campotipo::records

@@ -123,22 +123,30 @@ char read_separator(TomlTable &table) {
   return text[0];
 }
 
+// Where another field tells which check it is, that is a rule, and read with the others.
 const NamedCheck *read_check(TomlTable &table, const FieldType &type, const Params &p) {
-  const auto name = table.text("check");
-  if (!name) return nullptr;
+  const toml::node *told = table.node("check");
+  if (told == nullptr) return nullptr;
   if ((type.traits & kChecked) == 0 || p.decimals != 0) {
     table.fault("check", "a " + std::string(type.name) + (p.decimals != 0 ? " with decimals" : "") +
                              " has no check digits, expected a code, a text or a whole number");
   }
-  if (const NamedCheck *check = named_check(*name)) return check;
+  return told->is_table() ? nullptr : &read_check_name(table, "check");
+}
+
+}  // namespace
+
+const NamedCheck &read_check_name(TomlTable &table, std::string_view key) {
+  const auto name = table.text(key);
+  if (name) {
+    if (const NamedCheck *check = named_check(*name)) return *check;
+  }
   std::string words;
   for (const NamedCheck &check : named_checks()) {
     words += (words.empty() ? "\"" : ", \"") + std::string(check.name) + "\"";
   }
-  table.expected("check", "one of " + words);
+  table.expected(key, "one of " + words);
 }
-
-}  // namespace
 
 TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults) {
   TypedField field;

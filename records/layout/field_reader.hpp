@@ -25,4 +25,7 @@ struct TypedField {
 // Reads the keys of a type from a table that has a `type`.
 TypedField read_typed_field(TomlTable &table, const FieldDefaults &defaults);
 
+// The check that a key names.
+const NamedCheck &read_check_name(TomlTable &table, std::string_view key);
+
 }  // namespace campotipo::records

@@ -9,15 +9,21 @@ namespace campotipo::records {
 
 namespace {
 
-bool selects(const RecordType &type, const unsigned char *field, std::size_t bytes) {
-  return std::any_of(type.when.begin(), type.when.end(), [&](const std::string &stored) {
-    return std::memcmp(stored.data(), field, bytes) == 0;
-  });
-}
-
 bool smaller(const RecordType &a, const RecordType &b) { return a.bytes < b.bytes; }
 
 }  // namespace
+
+std::string path_name(const std::vector<PathStep> &path, bool with_places) {
+  std::string name;
+  for (const PathStep &step : path) {
+    if (step.index < 0) {
+      name += (name.empty() ? "" : "_") + step.key;
+    } else if (with_places) {
+      name += "_" + std::to_string(step.index + 1);
+    }
+  }
+  return name;
+}
 
 std::size_t Layout::least_bytes() const {
   return std::min_element(types.begin(), types.end(), smaller)->bytes;
@@ -27,16 +33,34 @@ std::size_t Layout::most_bytes() const {
   return std::max_element(types.begin(), types.end(), smaller)->bytes;
 }
 
-const RecordType *Layout::kind_of(const unsigned char *record) const {
-  const RecordType *other = nullptr;
+bool RecordType::holds(const Condition &condition, const unsigned char *record) const {
+  const Field &field = fields[condition.field];
+  const unsigned char *at = record + field.offset;
+  // Parts of a bit area share their bytes with others.
+  const bool part = is_bit_area(*field.type);
+  return std::any_of(
+      condition.stored.begin(), condition.stored.end(), [&](const std::string &stored) {
+        const auto *wanted = reinterpret_cast<const unsigned char *>(stored.data());
+        return part ? field.type->compare(at, wanted, field.params) == 0
+                    : at[0] == wanted[0] && std::memcmp(at, wanted, field.bytes) == 0;
+      });
+}
+
+std::size_t Layout::told_bytes() const {
+  std::size_t most = 0;
+  for (const RecordType &type : types) most = std::max(most, type.told_bytes);
+  return most;
+}
+
+const RecordType *Layout::type_of(const unsigned char *record, std::size_t bytes) const {
   for (const RecordType &type : types) {
-    if (type.when.empty()) {
-      other = &type;
-    } else if (selects(type, record + select_offset, select_bytes)) {
-      return &type;
-    }
+    const bool is = bytes >= type.told_bytes && std::all_of(type.when.begin(), type.when.end(),
+                                                            [&](const Condition &condition) {
+                                                              return type.holds(condition, record);
+                                                            });
+    if (is) return &type;
   }
-  return other;
+  return nullptr;
 }
 
 const RecordType *Layout::type_named(std::string_view wanted) const {
@@ -44,6 +68,17 @@ const RecordType *Layout::type_named(std::string_view wanted) const {
     if (type.name == wanted) return &type;
   }
   return nullptr;
+}
+
+std::size_t line_end_in(const RecordType &type, const unsigned char *record) {
+  std::size_t least = type.bytes;
+  for (const char end : {'\n', '\r'}) {
+    const void *found = std::memchr(record, end, least);
+    if (found != nullptr) {
+      least = static_cast<std::size_t>(static_cast<const unsigned char *>(found) - record);
+    }
+  }
+  return least;
 }
 
 std::string field_text(const Field &field, const unsigned char *record) {
@@ -59,15 +94,25 @@ bool field_empty(const Field &field, const unsigned char *record) {
   return std::all_of(bytes, bytes + field.bytes, [](unsigned char byte) { return byte == 0; });
 }
 
-const char *field_fault(const Field &field, const unsigned char *record) {
+bool field_absent(const Field &field, const unsigned char *record) {
+  return field_text(field, record).empty();
+}
+
+const char *field_fault(const Field &field, const unsigned char *record, What *what) {
+  const auto set = [&](What word) {
+    if (what != nullptr) *what = word;
+  };
   const unsigned char *bytes = record + field.offset;
   const char *fault = field.type->fault(bytes, field.params);
+  set(What::kInvalid);
   if (fault != nullptr || is_fill(*field.type)) return fault;
   const std::string text = field_text(field, record);
+  set(What::kCheckDigit);
   if (field.check != nullptr && !holds(*field.check, text)) return field.check->fault;
   std::vector<unsigned char> again(field.bytes);
   if (is_bit_area(*field.type)) std::copy_n(bytes, field.bytes, again.begin());
   field.type->take(again.data(), PaddedString(text).text(), field.params);
+  set(What::kNotCanonical);
   if (std::equal(again.begin(), again.end(), bytes)) return nullptr;
   return "does not come back from its text";
 }

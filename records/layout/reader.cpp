@@ -7,7 +7,7 @@
 #include "errors/error.hpp"
 #include "files/input.hpp"
 #include "layout/depth.hpp"
-#include "layout/record_builder.hpp"
+#include "layout/kind_reader.hpp"
 #include "layout/toml_table.hpp"
 #include "text/charset.hpp"
 
@@ -51,96 +51,13 @@ LengthPrefix read_prefix(TomlTable &top) {
   return prefix;
 }
 
-void check_size(TomlTable &table, const RecordType &record) {
-  const auto size = table.number("size", 1, std::int64_t{1} << 30);
-  if (size && static_cast<std::size_t>(*size) != record.bytes) {
-    table.fault("size", "the fields take " + std::to_string(record.bytes) + " bytes, expected " +
-                            std::to_string(*size));
+LineEnd read_line_end(TomlTable &top) {
+  const auto told = top.choice("line_end", {"lf", "crlf"});
+  if (!told) return LineEnd::kNone;
+  for (const char *key : {"header", "trailer", "length"}) {
+    if (top.has(key)) top.fault(key, "a file of lines has none, expected it without line_end");
   }
-}
-
-RecordType read_record(TomlTable &table, const FieldDefaults &defaults, const std::string &name) {
-  RecordType record;
-  record.name = name;
-  RecordBuilder builder(record, defaults);
-  builder.add_all(table, "field");
-  builder.make_columns(table);
-  if (record.fields.empty()) table.expected("field", "a field that is no fill");
-  check_size(table, record);
-  return record;
-}
-
-std::size_t selecting_field(const TomlTable &table, const RecordType &record,
-                            const std::string &name) {
-  for (std::size_t i = 0; i < record.fields.size(); ++i) {
-    if (record.fields[i].name == name) return i;
-  }
-  table.expected("field", "a field called \"" + name + "\", which tells the records apart");
-}
-
-std::string stored_form(const TomlTable &table, const Field &field, const std::string &text) {
-  std::vector<unsigned char> bytes(field.bytes);
-  const char *lost = field.type->take(bytes.data(), PaddedString(text).text(), field.params);
-  if (lost != nullptr) {
-    table.expected("when", "a value of \"" + field.name + "\" (\"" + text + "\" " + lost + ")");
-  }
-  return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
-}
-
-// The values that tell the kind; no other kind has one of them.
-void read_values(TomlTable &table, const Layout &layout, RecordType &record) {
-  const Field &field = record.fields[record.select];
-  for (const std::string &text : table.texts("when", "a value or some of them")) {
-    const std::string stored = stored_form(table, field, text);
-    for (const RecordType &other : layout.types) {
-      if (std::find(other.when.begin(), other.when.end(), stored) == other.when.end()) continue;
-      table.fault("when", "\"" + text + "\" tells the record \"" + other.name +
-                              "\", expected each value once");
-    }
-    if (std::find(record.when.begin(), record.when.end(), stored) == record.when.end()) {
-      record.when.push_back(stored);
-    }
-  }
-  if (!record.when.empty()) return;
-  for (const RecordType &other : layout.types) {
-    if (other.when.empty()) table.expected("when", "a value, for all records but one");
-  }
-}
-
-void add_record(TomlTable &table, Layout &layout, const FieldDefaults &defaults,
-                const std::string &select) {
-  const std::string name = table.required_text("name", "a name");
-  if (layout.type_named(name) != nullptr) table.expected("name", "each record's name once");
-  table.rename("record \"" + name + "\"");
-  RecordType record = read_record(table, defaults, name);
-  record.select = selecting_field(table, record, select);
-  const Field &field = record.fields[record.select];
-  if (layout.types.empty()) {
-    layout.select_offset = field.offset;
-    layout.select_bytes = field.bytes;
-  } else if (field.offset != layout.select_offset || field.bytes != layout.select_bytes) {
-    table.fault("field", "\"" + select + "\" stands at byte " + std::to_string(field.offset) +
-                             ", expected the place and size it has in the other records");
-  }
-  read_values(table, layout, record);
-  record.main = table.flag("main");
-  for (const RecordType &other : layout.types) {
-    if (record.main && other.main) table.expected("main", "one record that is the main one");
-  }
-  table.finish();
-  layout.types.push_back(std::move(record));
-}
-
-void read_records(TomlTable &top, Layout &layout, const FieldDefaults &defaults) {
-  const std::string select =
-      top.required_text("select", "the name of the field that tells the records apart");
-  if (top.has("field")) top.expected("field", "the fields inside the records");
-  const toml::array *records = top.array("record", "an array of tables, [[record]]");
-  if (records->empty()) top.expected("record", "at least one record");
-  for (const toml::node &node : *records) {
-    TomlTable table = top.element(node, "a record");
-    add_record(table, layout, defaults, select);
-  }
+  return *told == 0 ? LineEnd::kLf : LineEnd::kCrLf;
 }
 
 // The columns of all kinds, and that every name which an output makes is there once.
@@ -183,11 +100,8 @@ Layout read_top(const toml::table &root, const std::string &name) {
   layout.header = read_margin(top, "header");
   layout.trailer = read_margin(top, "trailer");
   layout.prefix = read_prefix(top);
-  if (top.has("record")) {
-    read_records(top, layout, defaults);
-  } else {
-    layout.types.push_back(read_record(top, defaults, layout.name));
-  }
+  layout.line_end = read_line_end(top);
+  read_kinds(top, layout, defaults);
   gather_columns(top, layout);
   top.finish();
   return layout;

@@ -15,18 +15,8 @@ constexpr std::size_t kMostFields = 20000;
 constexpr std::size_t kMostRecordBytes = 16U << 20;
 constexpr int kMostDepth = 8;
 constexpr std::size_t kLongestName = 200;
-
-std::string path_name(const std::vector<PathStep> &path, bool with_places) {
-  std::string name;
-  for (const PathStep &step : path) {
-    if (step.index < 0) {
-      name += (name.empty() ? "" : ".") + step.key;
-    } else if (with_places) {
-      name += "_" + std::to_string(step.index + 1);
-    }
-  }
-  return name;
-}
+constexpr const char *kRules[] = {"required", "value",  "min",  "max",  "sequence",
+                                  "same",     "counts", "sums", "where"};
 
 void check_name(const TomlTable &table, const std::string &name) {
   const bool good =
@@ -34,6 +24,7 @@ void check_name(const TomlTable &table, const std::string &name) {
         return static_cast<unsigned char>(c) > ' ' && c != '.' && c != ',' && c != '"';
       });
   if (!good) table.expected("name", "a name without blanks, points, commas and quotes");
+  if (name[0] == '_') table.expected("name", "a name that does not begin with \"_\"");
 }
 
 // The bytes of a field stand beside it under a name that no other field may have.
@@ -54,6 +45,14 @@ bool may_hold(const Field &field, const std::string &join) {
   if ((keys & kSeparator) != 0) return join.find(field.params.separator) != std::string::npos;
   return (keys & kFormat) != 0 &&
          field.params.pattern->text.find_first_of(join) != std::string::npos;
+}
+
+// Whether the table tells rules; they are read later.
+bool has_rules(TomlTable &table) {
+  bool any = false;
+  for (const char *key : kRules) any = table.node(key) != nullptr || any;
+  const toml::node *check = table.node("check");
+  return any || (check != nullptr && check->is_table());
 }
 
 }  // namespace
@@ -101,6 +100,7 @@ void RecordBuilder::add_once(const toml::node &node, const TomlTable &owner, con
     mine.path.push_back({"", index});
     mine.suffix += "_" + std::to_string(index + 1);
   }
+  check_place(table, mine);
   if (table.has("field")) {
     const toml::array *fields = table.array("field", "an array of tables");
     if (fields->empty()) table.expected("field", "at least one field in the group");
@@ -109,6 +109,16 @@ void RecordBuilder::add_once(const toml::node &node, const TomlTable &owner, con
     add_value(table, mine);
   }
   table.finish();
+}
+
+// Manuals count the places of a record from 1; a repeated field is told by its first place.
+void RecordBuilder::check_place(TomlTable &table, const Place &place) const {
+  const auto at = table.number("at", 1, static_cast<std::int64_t>(kMostRecordBytes));
+  const bool first = std::all_of(place.path.begin(), place.path.end(),
+                                 [](const PathStep &step) { return step.index <= 0; });
+  if (!at || !first || static_cast<std::size_t>(*at) == record_->bytes + 1) return;
+  table.fault("at", "the field begins at " + std::to_string(record_->bytes + 1) + ", expected " +
+                        std::to_string(*at));
 }
 
 void RecordBuilder::add_value(TomlTable &table, const Place &place) {
@@ -124,6 +134,9 @@ void RecordBuilder::add_value(TomlTable &table, const Place &place) {
   if (is_bit_area(*field.type)) return add_parts(table, std::move(field), place);
   field.bytes = static_cast<std::size_t>(field.params.bytes);
   record_->bytes += field.bytes;
+  if (!is_fill(*field.type) && has_rules(table)) {
+    rules_.push_back({&table.toml(), table.what(), record_->fields.size()});
+  }
   push(table, std::move(field));
 }
 

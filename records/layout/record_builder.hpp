@@ -8,6 +8,13 @@
 
 namespace campotipo::records {
 
+// The table of a field that has rules, to be read when all kinds are known.
+struct RuleSource {
+  const toml::table *table;
+  std::string what;       // as messages call it
+  std::size_t field = 0;  // place in RecordType::fields
+};
+
 // Lays the fields of a record behind one another, groups and repetitions unrolled.
 class RecordBuilder {
  public:
@@ -19,7 +26,8 @@ class RecordBuilder {
 
   // Gathers the fields into the columns of a CSV file.
   void make_columns(const TomlTable &table);
-  void name_flat(const TomlTable &table);
+
+  const std::vector<RuleSource> &rules() const { return rules_; }
 
  private:
   struct Place {
@@ -34,10 +42,13 @@ class RecordBuilder {
                 const std::string &name, int index, int depth);
   void add_value(TomlTable &table, const Place &place);
   void add_parts(TomlTable &table, Field area, const Place &place);
+  void check_place(TomlTable &table, const Place &place) const;
+  void name_flat(const TomlTable &table);
   void push(const TomlTable &table, Field field);
 
   RecordType *record_;
   const FieldDefaults *defaults_;
+  std::vector<RuleSource> rules_;
 };
 
 }  // namespace campotipo::records

@@ -23,7 +23,9 @@ class TomlTable {
       : table_(&table), file_(&file), what_(std::move(what)) {}
 
   bool has(std::string_view key) const { return table_->contains(key); }
+  const toml::table &toml() const { return *table_; }
   const std::string &file() const { return *file_; }
+  const std::string &what() const { return what_; }
 
   std::optional<std::string> text(std::string_view key);
   std::string required_text(std::string_view key, const std::string &expected);

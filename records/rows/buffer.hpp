@@ -28,6 +28,7 @@ class Buffer {
 
   void clear() { size_ = 0; }
   bool empty() const { return size_ == 0; }
+  char *data() { return data_.get(); }
   std::string_view view() const { return {data_.get(), size_}; }
 
  private:

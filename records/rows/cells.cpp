@@ -4,8 +4,9 @@
 
 namespace campotipo::records {
 
-Cells::Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex)
-    : layout_(&layout), writers_(csv_writers(layout, columns, hex, "\n")) {}
+Cells::Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex,
+             const RecordType *kind)
+    : layout_(&layout), writers_(csv_writers(layout, columns, hex, "\n", kind)) {}
 
 std::vector<std::string> Cells::of(const RecordType &type, const unsigned char *record) {
   row_.clear();

@@ -13,7 +13,8 @@ namespace campotipo::records {
 // The cells of a record as a row of CSV holds them, without its quotes.
 class Cells {
  public:
-  Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex);
+  Cells(const Layout &layout, const std::vector<std::string> &columns, bool hex,
+        const RecordType *kind = nullptr);
 
   std::vector<std::string> of(const RecordType &type, const unsigned char *record);
 

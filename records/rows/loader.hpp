@@ -9,6 +9,7 @@
 #include "findings/finding_counts.hpp"
 #include "layout/layout.hpp"
 #include "rows/buffer.hpp"
+#include "rows/unfilled.hpp"
 #include "text/csv.hpp"
 
 namespace campotipo::records {
@@ -20,6 +21,9 @@ struct LoadedBlock {
   FindingCounts lost;
   std::uint64_t rows = 0;
   std::uint64_t lines = 0;
+
+  Unfilled unfilled;
+
   std::string fault;  // why the row behind the last one cannot be used; empty: none
   std::uint64_t fault_line = 0;
 };
@@ -30,8 +34,10 @@ class Loader {
  public:
   // The names of the columns as the file tells them; those in `ignored` are left out. Throws an
   // Error for a column that the layout does not know.
+  // kind: that of all rows, which then do not tell it; null: they do, where there are several.
   Loader(const Layout &layout, const std::vector<std::string> &header,
-         const std::vector<std::string> &ignored, const std::string &file);
+         const std::vector<std::string> &ignored, const std::string &file,
+         const RecordType *kind = nullptr);
 
   // Ends at a row that is no record. places: how many are kept of each loss.
   void load(LoadedBlock &block, std::size_t places = FindingCounts::kPlaces) const;
@@ -50,32 +56,46 @@ class Loader {
   };
   struct Kind {
     const RecordType *type = nullptr;
-    std::string blank;  // a record without values
+    std::string blank;       // a record without values, with what stands around it
+    std::size_t before = 0;  // bytes in front of the record
     std::vector<Cell> cells;
-    const Field *select = nullptr;      // of several kinds: the field that tells them apart
-    std::size_t select_column = kNone;  // its cell, if there is one
+    std::vector<const FieldRules *> missing;    // that follow from other records, without a column
+    std::vector<const FieldRules *> constants;  // to be looked at
   };
 
   void match(const std::vector<std::string> &ignored, const std::string &file);
   void make_kind(const RecordType &type);
   const Kind *kind_of(const std::vector<PaddedText> &row) const;
   bool load_row(LoadedBlock &block, const CsvRows &rows, const std::vector<PaddedText> &row) const;
+  void refuse_line_end(LoadedBlock &block, const Kind &kind, const unsigned char *record,
+                       const CsvRows &rows) const;
+  using Holes = std::vector<const FieldRules *>;
   const char *take_other(const Kind &kind, std::size_t column, PaddedText value,
-                         unsigned char *record) const;
+                         unsigned char *record, Holes &holes) const;
   const char *take_parts(const Kind &kind, const Cell &cell, PaddedText value,
-                         unsigned char *record) const;
-  std::string contradiction(const Kind &kind, const std::vector<PaddedText> &row) const;
+                         unsigned char *record, Holes &holes) const;
+  bool has_constants(LoadedBlock &block, const Kind &kind, const unsigned char *record) const;
+  std::string contradiction(const Kind &kind, const std::vector<PaddedText> &row,
+                            const unsigned char *record) const;
+
+  // The columns that rows may have.
+  std::vector<std::string> known_columns() const;
 
   const Layout *layout_;
+  const RecordType *only_;
   std::vector<std::string> header_;
   std::map<std::string_view, std::size_t> columns_;  // places in `header_`
   std::vector<bool> ignored_;
   std::vector<Kind> kinds_;
   std::size_t kind_column_ = kNone;
   std::vector<std::string> missing_;
+  bool follows_ = false;  // some values follow from other records
 };
 
 // The bytes that stand in front of a record of the kind.
 std::string length_prefix(const Layout &layout, const RecordType &type);
+
+// And those that stand behind it.
+std::string line_end(const Layout &layout);
 
 }  // namespace campotipo::records

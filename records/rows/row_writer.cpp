@@ -165,22 +165,21 @@ namespace {
 
 // The columns that each name calls: that of a column, of a field with or without its places in
 // arrays, or of a group around it.
-std::map<std::string_view, std::vector<const std::string *>> columns_by_name(const Layout &layout) {
-  std::map<std::string_view, std::vector<const std::string *>> known;
-  const auto add = [&](std::string_view name, const std::string &column) {
+std::map<std::string, std::vector<const std::string *>> columns_by_name(const Layout &layout,
+                                                                        const RecordType *kind) {
+  std::map<std::string, std::vector<const std::string *>> known;
+  const auto add = [&](const std::string &name, const std::string &column) {
     auto &columns = known[name];
     if (columns.empty() || columns.back() != &column) columns.push_back(&column);
   };
   for (const RecordType &type : layout.types) {
     for (const Field &field : type.fields) {
+      if (kind != nullptr && &type != kind) continue;
       add(field.column, field.column);
-      for (const std::string_view name :
-           {std::string_view(field.name), std::string_view(field.base)}) {
-        add(name, field.column);
-        for (std::size_t at = name.find('.'); at != std::string_view::npos;
-             at = name.find('.', at + 1)) {
-          add(name.substr(0, at), field.column);
-        }
+      for (std::size_t depth = 1; depth <= field.path.size(); ++depth) {
+        const auto begin = field.path.begin();
+        const std::vector<PathStep> path(begin, begin + static_cast<std::ptrdiff_t>(depth));
+        for (const bool places : {true, false}) add(path_name(path, places), field.column);
       }
     }
   }
@@ -189,11 +188,15 @@ std::map<std::string_view, std::vector<const std::string *>> columns_by_name(con
 
 }  // namespace
 
-std::vector<std::string> chosen_columns(const Layout &layout,
-                                        const std::vector<std::string> &names) {
-  if (names.empty()) return layout.columns;
-  const auto known = columns_by_name(layout);
+std::vector<std::string> chosen_columns(const Layout &layout, const std::vector<std::string> &names,
+                                        const RecordType *kind) {
   std::vector<std::string> chosen;
+  if (names.empty() && kind == nullptr) return layout.columns;
+  if (names.empty()) {
+    for (const Column &column : kind->columns) chosen.push_back(column.name);
+    return chosen;
+  }
+  const auto known = columns_by_name(layout, kind);
   std::set<std::string_view> taken;
   for (const std::string &name : names) {
     const auto found = known.find(name);
@@ -214,18 +217,18 @@ std::vector<std::string> chosen_columns(const Layout &layout,
 
 namespace {
 
-RowWriter csv_writer(const Layout &layout, const RecordType &type,
-                     const std::vector<std::string> &columns, bool hex) {
+RowWriter csv_writer(const RecordType &type, const std::vector<std::string> &columns, bool hex,
+                     bool tells_kind) {
   std::map<std::string_view, const Column *> known;
   for (const Column &column : type.columns) known.emplace(column.name, &column);
-  const bool alone = columns.size() == 1 && !layout.several() && !hex;
+  const bool alone = columns.size() == 1 && !tells_kind && !hex;
   RowWriter writer;
   const char *separator = "";
   const auto separate = [&] {
     writer.text(separator);
     separator = ",";
   };
-  if (layout.several()) {
+  if (tells_kind) {
     separate();
     writer.text(csv_cell(type.name));
   }
@@ -249,18 +252,18 @@ RowWriter csv_writer(const Layout &layout, const RecordType &type,
 }  // namespace
 
 std::vector<RowWriter> csv_writers(const Layout &layout, const std::vector<std::string> &columns,
-                                   bool hex, const std::string &line_end) {
+                                   bool hex, const std::string &line_end, const RecordType *kind) {
   std::vector<RowWriter> writers;
   for (const RecordType &type : layout.types) {
-    writers.push_back(csv_writer(layout, type, columns, hex));
+    writers.push_back(csv_writer(type, columns, hex, layout.several() && kind == nullptr));
     writers.back().text(line_end);
   }
   return writers;
 }
 
 std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
-                       const std::string &line_end) {
-  std::string row = layout.several() ? kKindColumn : "";
+                       const std::string &line_end, const RecordType *kind) {
+  std::string row = layout.several() && kind == nullptr ? kKindColumn : "";
   for (const std::string &column : columns) {
     if (!row.empty()) row += ",";
     row += csv_cell(column);
@@ -343,11 +346,11 @@ class JsonWriter {
 }  // namespace
 
 std::vector<RowWriter> json_writers(const Layout &layout, const std::vector<std::string> &columns,
-                                    bool hex) {
+                                    bool hex, const RecordType *kind) {
   const std::set<std::string_view> chosen(columns.begin(), columns.end());
   std::vector<RowWriter> writers;
   for (const RecordType &type : layout.types) {
-    JsonWriter writer(layout.several() ? type.name : "", hex);
+    JsonWriter writer(layout.several() && kind == nullptr ? type.name : "", hex);
     std::map<std::string_view, const Column *> known;
     for (const Column &column : type.columns) known.emplace(column.name, &column);
     for (const Field &field : type.fields) {

@@ -64,19 +64,21 @@ class RowWriter {
 };
 
 // The columns that an output shows, of those that the layout knows; all of them where no name is
-// given. A name may be that of a column, a field, a repeated field or a group.
-std::vector<std::string> chosen_columns(const Layout &layout,
-                                        const std::vector<std::string> &names);
+// given. A name may be that of a column, a field, a repeated field or a group. kind: the only one
+// whose records are wanted; null: all.
+std::vector<std::string> chosen_columns(const Layout &layout, const std::vector<std::string> &names,
+                                        const RecordType *kind = nullptr);
 
 // The writers of a layout, one for each kind of record, in the order of its kinds. `layout` has to
-// outlive them.
+// outlive them. Where one kind alone is wanted its rows do not tell it.
 std::vector<RowWriter> csv_writers(const Layout &layout, const std::vector<std::string> &columns,
-                                   bool hex, const std::string &line_end);
+                                   bool hex, const std::string &line_end,
+                                   const RecordType *kind = nullptr);
 std::vector<RowWriter> json_writers(const Layout &layout, const std::vector<std::string> &columns,
-                                    bool hex);
+                                    bool hex, const RecordType *kind = nullptr);
 
 // The row of names in front of the records.
 std::string csv_header(const Layout &layout, const std::vector<std::string> &columns, bool hex,
-                       const std::string &line_end);
+                       const std::string &line_end, const RecordType *kind = nullptr);
 
 }  // namespace campotipo::records

@@ -17,10 +17,10 @@ inline constexpr const char *kLayout =
     "[[field]]\nname = \"aberta\"\ntype = \"DATAC\"\nencoding = \"packed\"\n"
     "[[field]]\nname = \"sinal\"\ntype = \"ZBTFIELD\"\nbits = [1, 7]\n";
 inline constexpr const char *kKinds =
-    "name = \"lote\"\nselect = \"tipo\"\n"
-    "[[record]]\nname = \"a\"\nwhen = \"1\"\n"
+    "name = \"lote\"\n"
+    "[[record]]\nname = \"a\"\nwhen = { tipo = \"1\" }\n"
     "[[record.field]]\nname = \"tipo\"\ntype = \"BIN1\"\n"
-    "[[record]]\nname = \"b\"\nwhen = \"2\"\nmain = true\n"
+    "[[record]]\nname = \"b\"\nwhen = { tipo = \"2\" }\nmain = true\n"
     "[[record.field]]\nname = \"tipo\"\ntype = \"BIN1\"\n"
     "[[record.field]]\nname = \"valor\"\ntype = \"BIN2\"\n";
 inline constexpr std::size_t kBytes = 4 + 6 + 17 + 3 + 1;

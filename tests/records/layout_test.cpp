@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <set>
 #include <sstream>
 
@@ -32,8 +35,8 @@ TEST(LayoutFile, PlacesGroupsRepetitionsAndParts) {
     places += field.name + "@" + std::to_string(field.offset) + " ";
   }
   EXPECT_EQ(
-      "a@0 g_1.x_1@2 g_1.x_2@5 g_1.y.p@8 g_1.y.parte2@8 g_2.x_1@10 g_2.x_2@13 g_2.y.p@16 "
-      "g_2.y.parte2@16 quando@21 z@23 ",
+      "a@0 g_1_x_1@2 g_1_x_2@5 g_1_y_p@8 g_1_y_parte2@8 g_2_x_1@10 g_2_x_2@13 g_2_y_p@16 "
+      "g_2_y_parte2@16 quando@21 z@23 ",
       places);
   EXPECT_EQ("\xAB\xAB\xAB", record.fillers[0].params.fill);
   EXPECT_EQ(std::vector<std::size_t>({0, 9}), record.columns[0].fields);
@@ -51,18 +54,123 @@ TEST(LayoutFile, PlacesGroupsRepetitionsAndParts) {
 
 TEST(LayoutFile, KindsAreToldApartByTheStoredForm) {
   const Layout layout = parse_layout(
-      "name = 'f'\nselect = 't'\n"
-      "[[record]]\nname = 'h'\nwhen = 'H'\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n"
-      "[[record]]\nname = 'd'\nwhen = ['D', 'E']\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n"
+      "name = 'f'\n"
+      "[[record]]\nname = 'h'\nwhen={t='H'}\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n"
+      "[[record]]\nname = 'd'\nwhen={t=['D', 'E']}\n[[record.field]]\nname = 't'\ntype = "
+      "'CODALF05'\n"
       "[[record.field]]\nname = 'n'\ntype = 'BIN1'\n"
       "[[record]]\nname = 'o'\n[[record.field]]\nname = 't'\ntype = 'CODALF05'\n",
       "x.toml");
   for (const auto &[text, kind] : {std::pair{"H", "h"}, {"D", "d"}, {"E", "d"}, {"Q", "o"}}) {
     unsigned char record[5] = {};
     take(layout.types[0].fields[0], text, record);
-    EXPECT_EQ(kind, layout.type_of(record)->name);
+    EXPECT_EQ(kind, layout.type_of(record, 5)->name);
   }
   EXPECT_FALSE(layout.fixed_size());
+}
+
+// Kinds by several fields, which need not stand at the same place: the first one whose conditions hold.
+TEST(LayoutFile, TheFirstKindWhoseConditionsHold) {
+  const Layout layout = parse_layout(
+      "name='f'\n"
+      "[[record]]\nname='a'\nwhen={t='3', u=['x', 'y']}\nfield=["
+      "{name='t', type='CODSTR', bytes=1}, {name='u', type='CODSTR', bytes=1},"
+      "{name='z', type='BIN1'}]\n"
+      "[[record]]\nname='b'\nwhen={z='w'}\nfield=["
+      "{name='t', type='CODSTR', bytes=2}, {name='z', type='CODSTR', bytes=1}]\n"
+      "[[record]]\nname='c'\nwhen={t='3'}\nfield=["
+      "{name='t', type='CODSTR', bytes=1}, {type='fill', bytes=2}]\n"
+      "[[record]]\nname='d'\nwhen={p='2'}\nfield=["
+      "{name='area', type='ZBTFIELD', bits=[3, {name='q', bits=5}], column='x'},"
+      "{name='p', type='BIN2'}]\n",
+      "x.toml");
+  const auto kind = [&](const std::string &record) {
+    const auto *bytes = reinterpret_cast<const unsigned char *>(record.data());
+    const RecordType *type = layout.type_of(bytes, record.size());
+    return type == nullptr ? "none" : type->name;
+  };
+  EXPECT_EQ("a", kind("3x."));
+  EXPECT_EQ("a", kind("3yw"));
+  EXPECT_EQ("b", kind("3zw"));
+  EXPECT_EQ("c", kind("3z."));
+  EXPECT_EQ("c", kind("3"));  // what is not there holds for no kind
+  EXPECT_EQ("none", kind("4z."));
+  EXPECT_EQ("d", kind(std::string("4\2\0", 3)));
+  EXPECT_EQ("none", kind(std::string("4\2", 2)));
+}
+
+// A part of a bit area tells a kind by its own bits.
+TEST(LayoutFile, BitsTellAKind) {
+  const std::string area =
+      "field=[{name='t', type='ZBTFIELD', bits=[{name='low', bits=2}, {name='high', bits=6}]}]\n";
+  const Layout layout = parse_layout("name='f'\n[[record]]\nname='a'\nwhen={t_low=['1', '2']}\n" +
+                                         area + "[[record]]\nname='b'\nwhen={t_high='5'}\n" + area,
+                                     "x.toml");
+  for (unsigned value = 0; value < 256; ++value) {
+    const auto byte = static_cast<unsigned char>(value);
+    const RecordType *type = layout.type_of(&byte, 1);
+    const unsigned low = value & 3;
+    const char *expected = low == 1 || low == 2 ? "a" : value >> 2 == 5 ? "b" : "none";
+    EXPECT_EQ(expected, type == nullptr ? "none" : type->name) << value;
+  }
+}
+
+// The values of three fields that a kind asks for, one a bit; 0: any.
+using Wanted = std::array<unsigned, 3>;
+
+// Whether each value of the last kind is in a record of it that is of no kind in front, by trying
+// all records, in which each field has one of five values, one of them told by no kind.
+bool all_met(const std::vector<Wanted> &kinds) {
+  Wanted met = {};
+  for (unsigned record = 0; record < 125; ++record) {
+    const Wanted has = {1U << record % 5, 1U << record / 5 % 5, 1U << record / 25};
+    const auto is = [&](const Wanted &kind) {
+      return std::equal(kind.begin(), kind.end(), has.begin(), [](unsigned wanted, unsigned own) {
+        return wanted == 0 || (wanted & own) != 0;
+      });
+    };
+    if (std::find_if(kinds.begin(), kinds.end(), is) != kinds.end() - 1) continue;
+    for (std::size_t i = 0; i < 3; ++i) met[i] |= has[i] & kinds.back()[i];
+  }
+  return met == kinds.back();
+}
+
+// Random kinds: the layout is refused if and only if one of their values is never met.
+TEST(LayoutFile, RefusesAValueThatIsNeverMet) {
+  Random random(21);
+  int refused = 0;
+  for (int round = 0; round < 300; ++round) {
+    std::string toml = "name='f'\n";
+    std::vector<Wanted> kinds;
+    for (bool good = true; good && kinds.size() < 4;) {
+      Wanted wanted = {};
+      wanted[random.between<std::size_t>(0, 2)] = random.between(1U, 15U);
+      wanted[random.between<std::size_t>(0, 2)] = random.between(1U, 15U);
+      kinds.push_back(wanted);
+      std::string when;
+      for (std::size_t i = 0; i < 3; ++i) {
+        std::string values;
+        for (unsigned value = 0; value < 4; ++value) {
+          if ((wanted[i] >> value & 1) != 0) values += "'" + std::to_string(value) + "', ";
+        }
+        if (!values.empty())
+          when += std::string(when.empty() ? "" : ", ") + "abc"[i] + "=[" + values + "]";
+      }
+      toml += "[[record]]\nname='k" + std::to_string(kinds.size()) + "'\nwhen={" + when + "}\n" +
+              "field=[{name='a', type='CODSTR', bytes=1}, {name='b', type='CODSTR', bytes=1}, "
+              "{name='c', type='CODSTR', bytes=1}]\n";
+      try {
+        parse_layout(toml, "x.toml");
+      } catch (const Error &error) {
+        EXPECT_NE(nullptr, std::strstr(error.what(), "which stands in front")) << error.what();
+        good = false;
+        ++refused;
+      }
+      EXPECT_EQ(all_met(kinds), good) << toml;
+    }
+  }
+  EXPECT_GT(refused, 30);
+  EXPECT_LT(refused, 270);
 }
 
 struct Wrong {
@@ -144,30 +252,40 @@ TEST(LayoutFile, FaultsTellLineAndExpectation) {
        "x.toml:1", "a join that the first never holds"},
       {"@type = 'BIN1'\n[[field]]\ntype = 'fill'\nhex = '0'\n", "x.toml:7:7",
        "pairs of hexadecimal digits"},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='u'\n"
+      {"name='r'\nselect='t'\n[[record]]\nname='h'\n", "x.toml:2:8",
+       "select: is gone, expected when = { field = \"value\" } in each record"},
+      {"name='r'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='t'\ntype='BIN1'\n",
+       "x.toml:4:6", "when: expected { field = \"value\" }"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={t='1'}\n[[record.field]]\nname='u'\n"
        "type='BIN1'\n",
-       "x.toml:6:1", "a field called \"t\""},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='900'\n[[record.field]]\nname='t'\n"
+       "x.toml:4:9", "\"h\" has no field of this name"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={t='900'}\n[[record.field]]\nname='t'\n"
        "type='BIN1'\n",
-       "x.toml:5:6", "too large"},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\n[[record.field]]\nname='t'\ntype='BIN1'\n"
-       "[[record]]\nname='i'\nwhen='1'\n[[record.field]]\nname='q'\ntype='BIN1'\n[[record.field]]\n"
-       "name='t'\ntype='BIN1'\n",
-       "x.toml:11", "place and size"},
-      {"name='r'\nselect='record'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\n"
+       "x.toml:4:9", "too large"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={t=[]}\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n",
+       "x.toml:4:9", "at least one value"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={record='1'}\n[[record.field]]\n"
        "name='record'\ntype='BIN1'\n[[record]]\nname='i'\n[[record.field]]\nname='record'\n"
        "type='BIN1'\n",
-       "x.toml:3:1", "tells the kind, expected another name"},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen='1'\n[[record.field]]\nname='t'\n"
+       "x.toml:2:1", "tells the kind, expected another name"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={t='1'}\n[[record.field]]\nname='t'\n"
        "type='BIN1'\n[[record.field]]\nname='record'\ncolumn='other'\ntype='BIN1'\n[[record]]\n"
        "name='i'\n[[record.field]]\nname='t'\ntype='BIN1'\n",
-       "x.toml:3:1", "tells the kind, expected another name"},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\nwhen=['1', '2']\n[[record.field]]\nname='t'\n"
-       "type='BIN1'\n[[record]]\nname='i'\nwhen=['3', '02']\n[[record.field]]\nname='t'\n"
+       "x.toml:2:1", "tells the kind, expected another name"},
+      {"name='r'\n[[record]]\nname='h'\nwhen={t=['1', '2']}\n[[record.field]]\nname='t'\n"
+       "type='BIN1'\n[[record]]\nname='i'\nwhen={t=['3', '02']}\n[[record.field]]\nname='t'\n"
        "type='BIN1'\n",
-       "x.toml:11:6", "\"02\" tells the record \"h\""},
-      {"name='r'\nselect='t'\n[[record]]\nname='h'\n[[record.fields]]\nname='t'\ntype='BIN1'\n",
-       "x.toml:5", "called \"fields\", expected \"field\"?"},
+       "x.toml:10:6", "\"2\" in \"t\" tells the record \"h\""},
+      {"name='r'\n[[record]]\nname='h'\n[[record.fields]]\nname='t'\ntype='BIN1'\n", "x.toml:4",
+       "called \"fields\", expected \"field\"?"},
+      {"name='r'\nsize=2\n[[record]]\nname='h'\n[[record.field]]\nname='t'\ntype='BIN1'\n",
+       "x.toml:3:1", "record \"h\": the fields take 1 bytes, expected 2"},
+      {"name='r'\nline_end='cr'\n[[field]]\nname='f'\ntype='BIN1'\n", "x.toml:2:10",
+       "\"lf\" or \"crlf\""},
+      {"name='r'\nheader=3\nline_end='lf'\n[[field]]\nname='f'\ntype='BIN1'\n", "x.toml:2:8",
+       "header: a file of lines has none"},
+      {"name='r'\n[[field]]\nname='_f'\ntype='BIN1'\n", "x.toml:3:6", "does not begin with \"_\""},
   };
   for (const Wrong &wrong : wrongs) {
     const std::string toml = wrong.toml[0] == '@' ? f + (wrong.toml + 1) : wrong.toml;
@@ -239,10 +357,10 @@ TEST(LayoutDrawings, NameEveryFieldOnce) {
 // Names that differ in a header of C differ in their macros, which are in capitals.
 TEST(LayoutDrawings, MakeEveryMacroOnce) {
   const std::string kinds =
-      "name='r'\nselect='a'\n[[record]]\nname='r'\nwhen='1'\n[[record.field]]\nname='a'\n"
+      "name='r'\n[[record]]\nname='r'\nwhen={a='1'}\n[[record.field]]\nname='a'\n"
       "type='BIN1'\n[[record.field]]\nname='A'\ntype='BIN1'\n[[record.field]]\nname='a-b'\n"
-      "type='BIN1'\n[[record.field]]\nname='B_b'\ntype='BIN1'\n[[record]]\nname='R'\n"
-      "[[record.field]]\nname='a'\ntype='BIN1'\n[[record]]\nname='r_a'\nwhen='2'\n"
+      "type='BIN1'\n[[record.field]]\nname='B_b'\ntype='BIN1'\n[[record]]\nname='R'\nwhen={a='3'}\n"
+      "[[record.field]]\nname='a'\ntype='BIN1'\n[[record]]\nname='r_a'\nwhen={a='2'}\n"
       "[[record.field]]\nname='a'\ntype='BIN1'\n[[record.field]]\nname='b'\ntype='BIN1'\n";
   const std::string header = c_header(parse_layout(kinds, "x.toml"));
   std::set<std::string> macros;

@@ -154,7 +154,7 @@ inline std::string random_text(const Field &field, Random &random) {
     return text.erase(text.find_last_not_of(' ') + 1);
   }
   if (family == "string") {
-    const bool utf8 = field.base == "grupo.b";
+    const bool utf8 = field.base == "grupo_b";
     std::string text = random_characters(random, "Az,\"\r\n \x01;'", utf8 ? 4 : n);
     if (!utf8 && text.size() > 2) text.replace(0, 1, "\xC3\xA7");
     return text;

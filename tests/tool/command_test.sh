@@ -40,11 +40,10 @@ TOML
 sed 's/^name = "par"/header = 2\ntrailer = 1\n&/' pair.toml > margins.toml
 cat > kinds.toml <<'TOML'
 name = "kinds"
-select = "t"
 length = { bytes = 1 }
 [[record]]
 name = "long*/"
-when = "1"
+when = { t = "1" }
 [[record.field]]
 name = "t"
 type = "BIN1"
@@ -104,7 +103,11 @@ expect 0 'CREATE TABLE "par"' layout pair.toml --sql
 expect 0 "<svg" layout pair.toml --svg
 expect 0 "1 bytes with its length in front of each record" layout kinds.toml
 expect 0 "Record long+/ */" layout kinds.toml --header
-expect 2 "expected --record NAME" layout kinds.toml --svg
+expect 2 "expected --kind NAME" layout kinds.toml --svg
+expect 2 "--record is now called --kind" layout kinds.toml --svg --record bits
+expect 0 ">b: bytes 1 to 1" layout kinds.toml --svg --kind bits
+expect 2 "no kind of record is called \"bit\", expected one of long*/, bits" layout kinds.toml --svg --kind bit
+expect 2 "expected a layout" layout --svg
 expect 0 '"inicio_pix" TIMESTAMP' layout "$examples/bancos.toml" --sql
 expect 0 "" layout pair.toml --header -o par.h
 printf '#include "par.h"\nint main(void) { return sizeof(par) - PAR_BYTES; }\n' > par.c
@@ -120,13 +123,12 @@ words="alignas alignof and and_eq asm auto bitand bitor bool break case catch ch
   not_eq NULL nullptr operator or or_eq private protected public register reinterpret_cast requires
   restrict return short signed sizeof static static_assert static_cast struct switch template this
   thread_local throw true try typedef typeid typename typeof union unix unsigned using virtual void
-  volatile wchar_t while xor xor_eq 1 _x x-y x+y X-Y"
-echo 'select = "t"' > words.toml
-echo 'name = "/*/ words"' >> words.toml
+  volatile wchar_t while xor xor_eq 1 x_ x-y x+y X-Y"
+echo 'name = "/*/ words"' > words.toml
 count=0
 for word in $words; do
   printf '[[record]]\nname = "%s"\n' "$word"
-  [[ $word == X-Y ]] || printf 'when = "%d"\n' $((++count))
+  [[ $word == X-Y ]] || printf 'when = { t = "%d" }\n' $((++count))
   printf '[[record.field]]\nname = "t"\ntype = "BIN1"\n'
   for name in $words; do printf '[[record.field]]\nname = "%s"\ntype = "BIN1"\n' "$name"; done
 done >> words.toml
@@ -207,7 +209,7 @@ expect 1 "bytes behind the end of the text" check pair.toml spoilt.dat
 expect 0 "distinct" stats pair.toml good.dat
 expect 0 '{"field":"n","type":"BIN2","values":3,"empty":0,"distinct":3,"exact":true,"least":"1","greatest":"65535"},' \
   stats pair.toml good.dat --json
-expect 0 '"field":"bits.b.parte1","type":"ZBTFIELD","values":2,"empty":1,"distinct":2' \
+expect 0 '"field":"bits.b_parte1","type":"ZBTFIELD","values":2,"empty":1,"distinct":2' \
   stats kinds.toml <(printf '\2\0\5\2\0\0') --json
 printf '\1\0<b>&"\0' > marked.dat
 expect 0 "&lt;b&gt;&amp;&quot;" report pair.toml marked.dat
@@ -242,11 +244,80 @@ expect 1 "25 more (--all shows each)" check lengths.toml short.dat
 expect 1 "short.dat: 0 records of par, 30 findings" check lengths.toml short.dat --all
 [[ $(grep -cE '^ +[0-9]+ +[0-9]+ +\(record\) +a record of 1 bytes' out) -eq 30 ]] ||
   complain "not every finding is shown"
-expect 1 '{"_file":"short.dat","_record":30,"byte":58,"kind":null,"field":null,"what":"a record of 1 bytes, expected 8","value":""}' \
+expect 1 '{"_file":"short.dat","_record":30,"line":null,"byte":58,"kind":null,"field":null,"what":"line_length","value":""}' \
   check lengths.toml short.dat --all --json
 [[ $(wc -l < out) -eq 30 ]] || complain "not every finding is a line of JSON"
-expect 1 '"kind":"par","field":"nome","what":"bytes behind the end of the text"' \
+expect 1 '"kind":"par","field":"nome","what":"invalid","value":' \
   check pair.toml spoilt.dat --all --json
+
+# One kind of several is a table of its own, which is loaded back.
+printf 't,b_parte1,b_parte2\r\n0,5,0\r\n0,0,0\r\n' > bits.csv
+sed 's/bytes = 300/bytes = 43/' kinds.toml > kinds43.toml
+{ printf '\2\0\5\54\1abc'; head -c 40 /dev/zero; printf '\2\0\0'; } > kinds.dat
+expect 0 "" dump kinds43.toml kinds.dat --format csv --kind bits -o one.csv
+same one.csv bits.csv
+expect 0 '{"t":0,"b":{"parte1":"5","parte2":"0"}}' dump kinds43.toml kinds.dat --format ndjson --kind bits --count 1
+expect 0 "0         5         0" dump kinds43.toml kinds.dat --kind bits
+expect 2 'no field or column is called "text*/"' dump kinds43.toml kinds.dat --kind bits --fields 'text*/'
+expect 0 "" load kinds43.toml bits.csv --kind bits -o one.dat
+printf '\2\0\5\2\0\0' | cmp -s - one.dat || complain "rows of one kind are other records"
+expect 2 'no column "record"' load kinds43.toml <(printf 'record,t\nbits,0\n') --kind bits -o none.dat
+
+# Lines of text, of kinds that the layout knows and others.
+cat > lines.toml <<'TOML'
+name = "lines"
+size = 5
+line_end = "crlf"
+[[record]]
+name = "d"
+when = { t = "D" }
+field = [
+  { at = 1, name = "t", type = "CODSTR", bytes = 1 },
+  { at = 2, name = "x", type = "CODSTR", bytes = 4 },
+]
+[[record]]
+name = "z"
+last = true
+when = { t = "Z" }
+field = [
+  { at = 1, name = "t", type = "CODSTR", bytes = 1 },
+  { at = 2, name = "n", type = "BIN4", counts = "*" },
+]
+TOML
+printf 'Daaaa\nXxxxx\nDbbbb\nDcccc\n' > lines.txt
+expect 0 "lines that end in CR LF" layout lines.toml
+expect 0 "d: 5 bytes, t = D" layout lines.toml
+expect 1 "lines.txt: record 2, byte 6: a record of no kind" dump lines.toml lines.txt --kind d
+expect 0 "lines.txt: 1 record of no kind passed over" dump lines.toml lines.txt --kind d --skip-unknown
+expect 0 "1 record of no kind passed over" stats lines.toml lines.txt --skip-unknown
+expect 0 "1 record of no kind passed over" report lines.toml lines.txt --skip-unknown
+expect 1 "lines.txt: 3 records of lines, 1 of no kind passed over, 1 finding" \
+  check lines.toml lines.txt --skip-unknown
+expect 1 "the file does not end with a record" check lines.toml lines.txt --skip-unknown
+expect 1 '"_record":2,"line":2,"byte":6,"kind":null,"field":null,"what":"unknown_kind","value":""}' \
+  check lines.toml lines.txt --all --json
+printf 'record,x\nd,aa\nd,bb\nz,\n' > lines.csv
+expect 0 "" load lines.toml lines.csv -o lines.dat
+printf 'Daa\0\0\r\nDbb\0\0\r\nZ\3\0\0\0\r\n' | cmp -s - lines.dat || complain "other lines"
+expect 1 'record 1: field x: "a' load lines.toml <(printf 'record,x\nd,"a\nb"\n') -o none.dat
+grep -qF "holds the end of a line" err || complain "nobody tells of a line that is broken in two"
+absent none.dat
+
+# A total that stands in front of what it counts, in a file and in a pipe.
+sed 's/^last = true//' lines.toml > ahead.toml
+printf 'record,x\nz,\nd,aa\nd,bb\n' > ahead.csv
+expect 0 "" load ahead.toml ahead.csv -o ahead.dat
+printf 'Z\3\0\0\0\r\nDaa\0\0\r\nDbb\0\0\r\n' | cmp -s - ahead.dat || complain "another total in front"
+for lossy in "" --lossy; do
+  # shellcheck disable=SC2086
+  "$tool" load ahead.toml ahead.csv $lossy 2> err | cmp -s - ahead.dat || complain "another in a pipe"
+done
+
+# Layouts that are built in.
+expect 0 "b3/cotahist" layout
+expect 0 "line_end" layout b3/cotahist --toml
+expect 2 'no ready layout has this name' layout pair.toml --toml
+expect 2 'expected "b3/cotahist"?' layout b3/cotahis
 
 # What cannot be used, and what must not be left behind.
 expect 2 "is a directory" dump pair.toml .
@@ -269,7 +340,7 @@ expect 2 "a file with a header and trailer of 3 bytes" \
 expect 2 "two columns are called \"n\"" load pair.toml <(printf 'n,n\n1,2\n') -o empty.dat
 expect 2 "expected a column \"record\"" load kinds.toml <(printf 't\n1\n') -o empty.dat
 expect 2 "enough bytes for records of 301 bytes" \
-  load kinds.toml <(printf 'record,t,text*/,b.parte1,b.parte2\nlong*/,1,x,,\n') -o empty.dat
+  load kinds.toml <(printf 'record,t,text*/,b_parte1,b_parte2\nlong*/,1,x,,\n') -o empty.dat
 expect 2 "is empty" load pair.toml /dev/null -o empty.dat
 expect 2 "the layout has no column \"nomes\", expected \"nome\"?" \
   load pair.toml <(printf 'n,nomes\n1,x\n') -o empty.dat

@@ -26,7 +26,7 @@ from xml.etree import ElementTree
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from random_layouts import Layout  # noqa: E402
+from random_layouts import Layout, name_of  # noqa: E402
 
 CONTROLS = re.compile("[\0-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f]")
 COLOURS = re.compile(r"\x1b\[[0-9;]*[mK]|\r")
@@ -152,7 +152,7 @@ class Round:
             # The names of columns there do not differ in case alone, in whatever layout.
             hold("duplicate column" in str(error), f"SQL: {error}")
         for kind in self.layout.kinds:
-            one = ("--record", kind.name) if kind.name else ()
+            one = ("--kind", kind.name) if kind.name else ()
             ElementTree.fromstring(self.run("layout", self.toml, "--svg", *one, allowed=(0,)).stdout)
         return True
 
@@ -219,10 +219,10 @@ class Round:
         for kind, record in records:
             record = bytearray(record)
             for leaf in kind.leaves:
-                bare = ".".join(step for step in leaf.path if isinstance(step, str))
+                bare = "_".join(step for step in leaf.path if isinstance(step, str))
                 names = {each for name in (bare, name_of(leaf.path))
                          for each in (name, f"{kind.name}.{name}")}
-                if names & wrong and leaf.path != self.layout.select:
+                if names & wrong and leaf.path not in self.layout.tells:
                     record[leaf.offset:leaf.offset + leaf.bytes] = leaf.nothing()
             made.append((kind, bytes(record)))
         return made
@@ -309,13 +309,6 @@ class Round:
             self.there_and_back(path, many)
         self.any_bytes()
         self.any_cells()
-
-
-def name_of(path):
-    name = ""
-    for step in path:
-        name += f"_{step + 1}" if isinstance(step, int) else ("." if name else "") + step
-    return name
 
 
 def same_value(leaf, cell, kept):

@@ -7,7 +7,7 @@ import string
 from decimal import Decimal, localcontext
 
 FIRST = "aAbcdntvxzZé_$<'&" + "\x7f\u009b\u20ac"
-NAMES = ["restrict", "or", "class", "template", "int", "a*/", "x-1", "_hex", "a_hex", "ção", "record",
+NAMES = ["restrict", "or", "class", "template", "int", "a*/", "x-1", "a_hex", "ção", "record",
          "%s", "\\n", "</svg>", "2", "'", "`", "fill"]
 CHARSETS = {"ISO-8859-1": "latin-1", "UTF-8": "utf-8", "CP850": "cp850", "windows-1252": "cp1252"}
 JOINS = [" ", "T", ";", "|", "_"]
@@ -170,7 +170,7 @@ class Layout:
                            random.random() < 0.5)
             self.lines.append('length = { bytes = %d, order = "%s", counts_itself = %s }' %
                               (*self.prefix[:2], str(self.prefix[2]).lower()))
-        self.select = None
+        self.tells = []
         if random.random() < 0.65:
             self.kinds = [Kind(None)]
             self.fields(self.kinds[0], "field", (), "", 0, 0, 6)
@@ -204,33 +204,46 @@ class Layout:
         return content
 
     def several(self):
-        random, select = self.random, "sel" + self.name()
-        self.line("select", select)
+        """Kinds told by a field, or by that and another: the values of the last one differ."""
+        random = self.random
+        self.tells = [("sel" + self.name(),), ("sub" + self.name(),)][:random.randint(1, 2)]
         self.kinds = []
-        kind_of = random.choice(["BIN1", "BIN2", "CODSTR"])
+        kinds_of = [random.choice(["BIN1", "BIN2", "CODSTR"]) for _ in self.tells]
         values = random.sample(range(10, 90), 12)
+        shared = random.sample(range(10, 90), 2)
         lead = random.randint(0, 3)
         count = random.randint(1, 4)
+
+        def stored(value, kind_of):
+            return (str(value).encode() if kind_of == "CODSTR" else
+                    value.to_bytes(int(kind_of[3]), "little"))
+
         for number in range(count):
             self.lines.append("[[record]]")
             kind = Kind(f"{self.name()}{number}")
             self.line("name", kind.name)
             if number < count - 1 or random.random() < 0.5:
-                mine = [str(values.pop()) for _ in range(random.randint(1, 2))]
-                self.line("when", mine if len(mine) > 1 or random.random() < 0.5 else mine[0])
-                kind.when = [value.encode() if kind_of == "CODSTR" else
-                             int(value).to_bytes(int(kind_of[3]), "little") for value in mine]
+                mine = [values.pop() for _ in range(random.randint(1, 2))]
+                told = [[random.choice(shared)], mine][-len(self.tells):]
+                kind.when = [[stored(value, kind_of) for value in each]
+                             for each, kind_of in zip(told, kinds_of)]
+                self.lines.append("when = { %s }" % ", ".join(
+                    json.dumps(path[0], ensure_ascii=False).replace("\x7f", "\\u007f") + " = " +
+                    json.dumps(list(map(str, each)) if len(each) > 1 or random.random() < 0.5
+                               else str(each[0]))
+                    for path, each in zip(self.tells, told)))
             if lead:
                 self.lines += ["[[record.field]]", 'type = "fill"', f"bytes = {lead}"]
                 kind.fills.append((0, bytes(lead)))
                 kind.size = lead
-            self.lines.append("[[record.field]]")
-            self.line("name", select)
-            self.value(kind, (select,), "", kind_of, 2)
+            for path, kind_of in zip(self.tells, kinds_of):
+                self.lines.append("[[record.field]]")
+                self.line("name", path[0])
+                self.value(kind, path, "", kind_of, 2)
             self.fields(kind, "record.field", (), "", number > 0 and random.randint(0, 1), 0, 4)
             self.kinds.append(kind)
-        first = self.kinds[0].leaves[0]
-        self.select, self.selects = first.path, slice(first.offset, first.offset + first.bytes)
+        self.selects = [slice(leaf.offset, leaf.offset + leaf.bytes)
+                        for leaf in self.kinds[0].leaves[:len(self.tells)]]
 
     def fields(self, kind, key, path, suffix, depth, least, most):
         """Some fields; a group that repeats is told once and lies there as often."""
@@ -278,7 +291,8 @@ class Layout:
         self.line("type", type_name)
         leaf = Leaf(path=path, type=type_name, offset=kind.size, bytes=size, decimals=0,
                     charset=self.charset, options=False, sign="", pad="", stored="",
-                    separator=":", format="DD/MM/AAAA", pivot=80, empties=[], column=".".join(map(str, path)), join=None)
+                    separator=":", format="DD/MM/AAAA", pivot=80, empties=[],
+                    column=name_of(path), join=None)
         if type_name.startswith("CODALFA") and "positions" in keys:
             positions = random.randint(1, 60)
             self.line("positions", positions)
@@ -396,7 +410,7 @@ class Layout:
                 told.append('{ name = "%s", bits = %d }' % (name, width))
             path = area.path + (name,)
             kind.leaves.append(Leaf(**{**area.__dict__, "path": path, "start": start, "bits": width,
-                                       "column": ".".join(map(str, path))}))
+                                       "column": name_of(path)}))
             start += width
         kind.leaves[-1].spare = 8 * area.bytes - start
         self.lines.append(f"bits = [{', '.join(told)}]")
@@ -431,11 +445,11 @@ class Layout:
                 record[at] &= 255 << spare & 255 if leaf.big else 255 >> spare
         for offset, content in kind.fills:
             record[offset:offset + len(content)] = content
-        if self.select:
-            size = self.selects.stop - self.selects.start
-            known = [value for each in self.kinds for value in each.when]
+        for number, place in enumerate(self.selects if self.tells else []):
+            size = place.stop - place.start
+            known = [value for each in self.kinds if each.when for value in each.when[number]]
             others = [each for each in (b"\0\0", b"\1\0", b"\3\0") if each[:size] not in known]
-            record[self.selects] = random.choice(kind.when or others)[:size]
+            record[place] = random.choice(kind.when[number] if kind.when else others)[:size]
         return bytes(record)
 
     def file(self, records):
@@ -447,3 +461,8 @@ class Layout:
                 out.append((len(record) + size * itself).to_bytes(size, order))
             out.append(record)
         return b"".join(out) + self.trailer
+
+
+def name_of(path):
+    """A path in one word, places counted from 1."""
+    return "_".join(str(step + 1) if isinstance(step, int) else step for step in path)

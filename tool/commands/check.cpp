@@ -3,7 +3,7 @@
 #include "commands/commands.hpp"
 #include "files/input.hpp"
 #include "findings/validator.hpp"
-#include "layout/reader.hpp"
+#include "layout/ready.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/failure.hpp"
 #include "terminal/output.hpp"
@@ -27,6 +27,7 @@ struct Request {
   std::string file;
   bool json = false;
   bool all = false;
+  bool skip_unknown = false;
 };
 
 std::string where(const Location &place) {
@@ -65,13 +66,15 @@ void examine(Input &input, const Layout &layout, Validator &validator) {
     validator.add(block);
     progress.at(block.offset + block.size(), validator.records());
   }
+  validator.finish();
 }
 
 // Every place, as it is found.
 void check_all(const Request &request, Input &input, const Layout &layout, Output &output,
                Validator &validator) {
   if (request.json) {
-    validator.each([&](const Finding &finding) { output.write(finding.json(input.name())); });
+    validator.each(
+        [&](const Finding &finding) { output.write(finding.json(layout, input.name())); });
     return examine(input, layout, validator);
   }
   AlignedTable table({{"record", true}, {"byte", true}, {"field"}, {"what is wrong"}, {"value"}},
@@ -79,7 +82,7 @@ void check_all(const Request &request, Input &input, const Layout &layout, Outpu
   validator.each([&](const Finding &finding) {
     const Location &place = finding.place;
     table.add({place.record == 0 ? "" : std::to_string(place.record), std::to_string(place.offset),
-               finding.field, finding.what, place.value});
+               finding.label(layout), finding.text, place.value});
   });
   examine(input, layout, validator);
   if (!validator.findings().empty()) {
@@ -90,10 +93,11 @@ void check_all(const Request &request, Input &input, const Layout &layout, Outpu
 }
 
 int check(const Request &request) {
-  const Layout layout = read_layout(request.layout);
+  const Layout layout = layout_at_place(request.layout);
   Input input(request.file);
   Output output("");
   Validator validator(layout, input.name());
+  if (request.skip_unknown) validator.skip_unknown();
   if (request.all) {
     check_all(request, input, layout, output, validator);
   } else {
@@ -115,9 +119,12 @@ void add_check(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand(
       "check", "Report the invalid values and incomplete records; status 1 if there are any");
   auto request = std::make_shared<Request>();
-  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("LAYOUT", request->layout, "The layout file, or the name of a ready layout")
+      ->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");
   command->add_flag("--json", request->json, "One object of JSON; with --all one for each place");
+  command->add_flag("--skip-unknown", request->skip_unknown,
+                    "Pass over records of no kind, and count them");
   command->add_flag("--all", request->all, "Every place, not the first ones of each finding");
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return check(*request); }; });

@@ -1,6 +1,7 @@
 #include <memory>
 #include <set>
 
+#include "columns/plan.hpp"
 #include "commands/commands.hpp"
 #include "commands/faults.hpp"
 #include "commands/numbers.hpp"
@@ -8,7 +9,7 @@
 #include "files/input.hpp"
 #include "files/same_file.hpp"
 #include "files/stream.hpp"
-#include "layout/reader.hpp"
+#include "layout/ready.hpp"
 #include "rows/buffer.hpp"
 #include "rows/cells.hpp"
 #include "rows/row_writer.hpp"
@@ -26,7 +27,8 @@ namespace {
 constexpr const char *kExample =
     "Examples:\n"
     "  campotipo dump bancos.toml bancos.dat --count 10\n"
-    "  campotipo dump bancos.toml bancos.dat --format csv --fields compe,nome -o bancos.csv";
+    "  campotipo dump bancos.toml bancos.dat --format csv --fields compe,nome -o bancos.csv\n"
+    "  campotipo dump cnab240/cobranca-retorno retorno.ret --kind segmento_t";
 
 struct Request {
   std::string layout;
@@ -38,6 +40,8 @@ struct Request {
   bool hex = false;
   bool lf = false;
   bool no_header = false;
+  std::string kind;
+  bool skip_unknown = false;
   int jobs = 1;
 };
 
@@ -46,15 +50,24 @@ struct Block {
   Buffer out;
 };
 
-int dump_programs(const Request &request, const Layout &layout, Input &input, Output &output,
+// What is shown: of one kind where `kind` is not null.
+struct Shown {
+  const Layout &layout;
+  const RecordType *kind;
+  std::vector<std::string> columns;
+};
+
+int dump_programs(const Request &request, const Shown &shown, Input &input, Output &output,
                   const std::vector<RowWriter> &writers) {
+  const Layout &layout = shown.layout;
   RecordStream stream(input, layout, request.range);
   Progress progress("dump", request.range.count == RecordStream::Range{}.count ? input.size() : 0);
-  FaultTeller faults(input.name(), progress);
+  FaultTeller faults(input.name(), progress, request.skip_unknown);
   std::uint64_t records = 0;
   const auto write_rows = [&](Block &block) {
     block.out.clear();
     for (const RecordBlock::Record &record : block.in.records) {
+      if (shown.kind != nullptr && record.type != shown.kind) continue;
       const auto kind = static_cast<std::size_t>(record.type - layout.types.data());
       writers[kind].run(block.in.record(record), block.out);
     }
@@ -72,33 +85,33 @@ int dump_programs(const Request &request, const Layout &layout, Input &input, Ou
   return faults.status();
 }
 
-std::vector<AlignedTable::Heading> headings(const Layout &layout,
-                                            const std::vector<std::string> &columns, bool hex) {
+std::vector<AlignedTable::Heading> headings(const Shown &shown, bool hex) {
   std::set<std::string> right;
-  for (const RecordType &type : layout.types) {
+  for (const RecordType &type : shown.layout.types) {
+    if (shown.kind != nullptr && shown.kind != &type) continue;
     for (const Field &field : type.fields) {
       if ((field.type->traits & kRight) != 0) right.insert(field.column);
     }
   }
   std::vector<AlignedTable::Heading> all;
-  if (layout.several()) all.push_back({kKindColumn, false});
-  for (const std::string &name : columns) {
+  if (shown.layout.several() && shown.kind == nullptr) all.push_back({kKindColumn, false});
+  for (const std::string &name : shown.columns) {
     all.push_back({name, right.contains(name)});
     if (hex) all.push_back({"hex", false});
   }
   return all;
 }
 
-int dump_table(const Request &request, const Layout &layout, Input &input, Output &output,
-               const std::vector<std::string> &columns) {
-  AlignedTable table(headings(layout, columns, request.hex), output);
-  Cells cells(layout, columns, request.hex);
+int dump_table(const Request &request, const Shown &shown, Input &input, Output &output) {
+  AlignedTable table(headings(shown, request.hex), output);
+  Cells cells(shown.layout, shown.columns, request.hex, shown.kind);
   Progress progress("dump", 0);
-  FaultTeller faults(input.name(), progress);
-  RecordStream stream(input, layout, request.range);
+  FaultTeller faults(input.name(), progress, request.skip_unknown);
+  RecordStream stream(input, shown.layout, request.range);
   RecordBlock block;
   while (stream.read(block)) {
     for (const RecordBlock::Record &record : block.records) {
+      if (shown.kind != nullptr && record.type != shown.kind) continue;
       table.add(cells.of(*record.type, block.record(record)));
     }
     faults.tell_all(block);
@@ -111,19 +124,20 @@ int dump_table(const Request &request, const Layout &layout, Input &input, Outpu
 int dump(const Request &request) {
   refuse_same_file(request.layout, request.out);
   refuse_same_file(request.file, request.out);
-  const Layout layout = read_layout(request.layout);
-  const auto columns = chosen_columns(layout, request.fields);
+  const Layout layout = layout_at_place(request.layout);
+  const RecordType *kind = request.kind.empty() ? nullptr : &kind_for(layout, request.kind);
+  const Shown shown{layout, kind, chosen_columns(layout, request.fields, kind)};
   Input input(request.file);
   Output output(request.out);
-  if (request.format == "table") return dump_table(request, layout, input, output, columns);
+  if (request.format == "table") return dump_table(request, shown, input, output);
   if (request.format == "ndjson") {
-    return dump_programs(request, layout, input, output,
-                         json_writers(layout, columns, request.hex));
+    return dump_programs(request, shown, input, output,
+                         json_writers(layout, shown.columns, request.hex, kind));
   }
   const std::string end = request.lf ? "\n" : "\r\n";
-  if (!request.no_header) output.write(csv_header(layout, columns, request.hex, end));
-  return dump_programs(request, layout, input, output,
-                       csv_writers(layout, columns, request.hex, end));
+  if (!request.no_header) output.write(csv_header(layout, shown.columns, request.hex, end, kind));
+  return dump_programs(request, shown, input, output,
+                       csv_writers(layout, shown.columns, request.hex, end, kind));
 }
 
 }  // namespace
@@ -131,7 +145,8 @@ int dump(const Request &request) {
 void add_dump(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand("dump", "Write the records of a file as text");
   auto request = std::make_shared<Request>();
-  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("LAYOUT", request->layout, "The layout file, or the name of a ready layout")
+      ->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");
   command->add_option("-o,--output", request->out,
                       "Write to this file, which appears when complete");
@@ -145,6 +160,9 @@ void add_dump(CLI::App &app, Action &action) {
       ->transform(whole_number(1));
   command->add_option("--count", request->range.count, "How many records")
       ->transform(whole_number(0));
+  command->add_option("--kind", request->kind, "Only the records of this kind, as one table");
+  command->add_flag("--skip-unknown", request->skip_unknown,
+                    "Pass over records of no kind, and count them");
   command->add_flag("--hex", request->hex, "Bytes beside the value");
   command->add_flag("--lf", request->lf, "CSV rows end in a line feed alone");
   command->add_flag("--no-header", request->no_header, "No row of names in CSV");

@@ -2,13 +2,16 @@
 #include <memory>
 #include <optional>
 
+#include "columns/plan.hpp"
 #include "commands/commands.hpp"
 #include "commands/numbers.hpp"
 #include "commands/pipeline.hpp"
 #include "files/input.hpp"
 #include "files/same_file.hpp"
-#include "layout/reader.hpp"
+#include "layout/ready.hpp"
+#include "rows/filler.hpp"
 #include "rows/loader.hpp"
+#include "rules/field_rules.hpp"
 #include "terminal/failure.hpp"
 #include "terminal/output.hpp"
 #include "terminal/progress.hpp"
@@ -31,6 +34,7 @@ struct Request {
   std::string file;
   std::string out;
   std::string like;
+  std::string kind;
   std::vector<std::string> ignored;
   bool lossy = false;
   bool all = false;
@@ -70,8 +74,9 @@ Margins margins(const Request &request, const Layout &layout) {
 // lose is taken.
 class Records {
  public:
-  Records(Output &output, bool lossy) : output_(&output) {
-    if (!lossy && !output.is_held()) spool_.emplace();
+  // at_once: they may go to a pipe while they are made.
+  Records(Output &output, bool at_once) : output_(&output) {
+    if (!at_once && !output.is_held()) spool_.emplace();
   }
 
   void write(std::string_view bytes) {
@@ -79,6 +84,15 @@ class Records {
       spool_->write(bytes);
     } else {
       output_->write(bytes);
+    }
+  }
+
+  // Over what was written.
+  void patch(std::uint64_t place, std::string_view bytes) {
+    if (spool_) {
+      spool_->patch(place, bytes);
+    } else {
+      output_->patch(place, bytes);
     }
   }
 
@@ -98,7 +112,8 @@ class Load {
       : request_(&request),
         layout_(&layout),
         name_(input.name()),
-        records_(output, request.lossy),
+        records_(output, request.lossy && !Filler::patches(layout)),
+        filler_(layout),
         stream_(input),
         progress_("load", input.size()) {}
 
@@ -108,12 +123,15 @@ class Load {
       throw Failure(name_ + ": is empty, expected a row with the names of the columns");
     }
     lines_ = stream_.header_lines();
-    const Loader loader(*layout_, header, request_->ignored, name_);
+    const RecordType *kind = request_->kind.empty() ? nullptr : &kind_for(*layout_, request_->kind);
+    const Loader loader(*layout_, header, request_->ignored, name_, kind);
     for (const std::string &column : loader.missing()) {
-      tell(name_ + ": has no column \"" + column + "\": the field stays empty");
+      if (!follows(column))
+        tell(name_ + ": has no column \"" + column + "\": the field stays empty");
     }
     const Margins around = margins(*request_, *layout_);
     records_.write(around.header);
+    written_ = around.header.size();
     const std::size_t places = request_->all ? FindingCounts::kEveryPlace : FindingCounts::kPlaces;
     Pipeline<LoadedBlock>(
         request_->jobs, [&](LoadedBlock &block) { return stream_.read(block.csv); },
@@ -125,6 +143,16 @@ class Load {
   }
 
  private:
+  // Whether all fields of the column get their values without it.
+  bool follows(const std::string &column) const {
+    for (const RecordType &type : layout_->types) {
+      for (const Field &field : type.fields) {
+        if (field.column == column && !is_filled(type, field)) return false;
+      }
+    }
+    return true;
+  }
+
   std::string where(std::uint64_t line, std::uint64_t record) const {
     return name_ + ":" + std::to_string(line) + ": record " + std::to_string(record) + ": ";
   }
@@ -152,7 +180,11 @@ class Load {
     if (request_->all) tell_all(lost);
     lost_.merge(lost, 0, 0);
     // What will be refused need not be written.
-    if (request_->lossy || lost_.empty()) records_.write(block.records.view());
+    if (request_->lossy || lost_.empty()) {
+      filler_.fill(block.records, block.unfilled, written_);
+      records_.write(block.records.view());
+      written_ += block.records.view().size();
+    }
     rows_ += block.rows;
     if (!block.fault.empty()) {
       progress_.clear();
@@ -185,6 +217,7 @@ class Load {
       throw Failure(name_ + ": " + values + ", nothing is written (--lossy stores what is left)",
                     kFound);
     }
+    for (const Filler::Patch &patch : filler_.finish()) records_.patch(patch.place, patch.bytes);
     records_.write(trailer);
     records_.commit();
     if (lost_.empty()) return;
@@ -195,6 +228,8 @@ class Load {
   const Layout *layout_;
   std::string name_;
   Records records_;
+  Filler filler_;
+  std::uint64_t written_ = 0;
   CsvStream stream_;
   Progress progress_;
   FindingCounts lost_;
@@ -207,7 +242,7 @@ int load(const Request &request) {
   refuse_same_file(request.layout, request.out);
   refuse_same_file(request.file, request.out);
   if (!request.like.empty()) refuse_same_file(request.like, request.out);
-  const Layout layout = read_layout(request.layout);
+  const Layout layout = layout_at_place(request.layout);
   Input input(request.file);
   Output output(request.out);
   if (output.is_terminal()) throw Failure("standard output is a terminal, expected -o FILE");
@@ -228,7 +263,8 @@ void refuse_strict(CLI::App &command) {
 void add_load(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand("load", "Write records from CSV");
   auto request = std::make_shared<Request>();
-  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("LAYOUT", request->layout, "The layout file, or the name of a ready layout")
+      ->required();
   command->add_option("CSV", request->file, "The CSV file; standard input without it");
   command->add_option("-o,--output", request->out, "Write to this file, which appears when whole");
   command->add_flag("--lossy", request->lossy,
@@ -238,6 +274,7 @@ void add_load(CLI::App &app, Action &action) {
   command->add_option("--ignore", request->ignored, "Columns of the CSV file to leave out")
       ->delimiter(',')
       ->allow_extra_args(false);
+  command->add_option("--kind", request->kind, "The rows are of this kind, and do not tell it");
   command->add_option("--like", request->like, "Copy header and trailer from this file")
       ->check(CLI::ExistingFile);
   command->add_option("--jobs", request->jobs, "Processors to use; the order stays")

@@ -6,7 +6,7 @@
 #include "files/same_file.hpp"
 #include "files/stream.hpp"
 #include "findings/validator.hpp"
-#include "layout/reader.hpp"
+#include "layout/ready.hpp"
 #include "report/page.hpp"
 #include "terminal/failure.hpp"
 #include "terminal/output.hpp"
@@ -27,15 +27,17 @@ struct Request {
   std::string layout;
   std::string file;
   std::string out;
+  bool skip_unknown = false;
 };
 
 // Gives what the command ends with.
-int first_reading(const Layout &layout, Input &input, Validator &validator, Report &report) {
+int first_reading(const Request &request, const Layout &layout, Input &input, Validator &validator,
+                  Report &report) {
   for (const RecordType &type : layout.types) {
     report.kinds.push_back({&type, 0, {type.fields.begin(), type.fields.end()}, {}, {}});
   }
   Progress progress("report", input.size());
-  FaultTeller faults(input.name(), progress);
+  FaultTeller faults(input.name(), progress, request.skip_unknown);
   RecordStream stream(input, layout);
   RecordBlock block;
   while (stream.read(block)) {
@@ -55,6 +57,7 @@ int first_reading(const Layout &layout, Input &input, Validator &validator, Repo
     report.bytes = block.offset + block.size();
     progress.at(report.bytes, validator.records());
   }
+  validator.finish();
   return faults.status();
 }
 
@@ -75,15 +78,16 @@ void second_reading(const Layout &layout, Input &input, Report &report) {
 int run(const Request &request) {
   refuse_same_file(request.layout, request.out);
   refuse_same_file(request.file, request.out);
-  const Layout layout = read_layout(request.layout);
+  const Layout layout = layout_at_place(request.layout);
   Report report;
   Input input(request.file, Input::Use::kTwice);
   Output output(request.out);
   Validator validator(layout, input.name());
+  if (request.skip_unknown) validator.skip_unknown();
   report.layout = &layout;
   report.file = input.name();
   report.validator = &validator;
-  const int status = first_reading(layout, input, validator, report);
+  const int status = first_reading(request, layout, input, validator, report);
   input.rewind();
   second_reading(layout, input, report);
   output.write(report_page(report));
@@ -97,12 +101,15 @@ void add_report(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand(
       "report", "Write one page of HTML: layout, findings, statistics and first records");
   auto request = std::make_shared<Request>();
-  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("LAYOUT", request->layout, "The layout file, or the name of a ready layout")
+      ->required();
   command->add_option("FILE", request->file, "The file of records: no pipe, it is read twice")
       ->required()
       ->check(CLI::ExistingFile);
   command->add_option("-o,--output", request->out,
                       "Write to this file, which appears when complete");
+  command->add_flag("--skip-unknown", request->skip_unknown,
+                    "Pass over records of no kind, and count them");
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return run(*request); }; });
 }

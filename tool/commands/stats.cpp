@@ -6,7 +6,7 @@
 #include "files/stream.hpp"
 #include "findings/statistics.hpp"
 #include "findings/validator.hpp"
-#include "layout/reader.hpp"
+#include "layout/ready.hpp"
 #include "terminal/aligned.hpp"
 #include "terminal/failure.hpp"
 #include "terminal/output.hpp"
@@ -30,17 +30,18 @@ struct Request {
   std::string layout;
   std::string file;
   bool json = false;
+  bool skip_unknown = false;
 };
 
 using Gathered = std::vector<std::vector<FieldStatistics>>;
 
 // Gives what the command ends with.
-int gather(const Layout &layout, Input &input, Gathered &all) {
+int gather(const Request &request, const Layout &layout, Input &input, Gathered &all) {
   for (const RecordType &type : layout.types) {
     all.emplace_back(type.fields.begin(), type.fields.end());
   }
   Progress progress("stats", input.size());
-  FaultTeller faults(input.name(), progress);
+  FaultTeller faults(input.name(), progress, request.skip_unknown);
   RecordStream stream(input, layout);
   RecordBlock block;
   while (stream.read(block)) {
@@ -98,11 +99,11 @@ void write_json(const Layout &layout, const Gathered &all, Output &output) {
 }
 
 int stats(const Request &request) {
-  const Layout layout = read_layout(request.layout);
+  const Layout layout = layout_at_place(request.layout);
   Input input(request.file);
   Output output("");
   Gathered all;
-  const int status = gather(layout, input, all);
+  const int status = gather(request, layout, input, all);
   if (request.json) {
     write_json(layout, all, output);
   } else {
@@ -118,8 +119,11 @@ void add_stats(CLI::App &app, Action &action) {
   CLI::App *command = app.add_subcommand(
       "stats", "Count the values of each field, and find the least and greatest");
   auto request = std::make_shared<Request>();
-  command->add_option("LAYOUT", request->layout, "The layout file")->required();
+  command->add_option("LAYOUT", request->layout, "The layout file, or the name of a ready layout")
+      ->required();
   command->add_option("FILE", request->file, "The file of records; standard input without it");
+  command->add_flag("--skip-unknown", request->skip_unknown,
+                    "Pass over records of no kind, and count them");
   command->add_flag("--json", request->json, "One object of JSON");
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return stats(*request); }; });

@@ -19,7 +19,8 @@ std::vector<Span> spans(const RecordType &record) {
       continue;
     }
     std::string name = field.name;
-    if (is_bit_area(*field.type)) name.resize(name.rfind('.'));
+    if (is_bit_area(*field.type))
+      name = path_name({field.path.begin(), field.path.end() - 1}, true);
     all.push_back({name, field.offset, field.bytes, &field, {}});
     if (is_bit_area(*field.type)) all.back().parts.push_back(&field);
   }

@@ -120,9 +120,21 @@ class Picture {
       const auto letters = static_cast<std::size_t>(std::max(0.0, (width - 16) / kLetter));
       name = letters < 3 ? "" : utf8::first(name, letters) + "…";
     }
+    if (name.empty() && !is_fill(*span.field->type)) return upright(span.name, x, y, width);
     if (!name.empty()) out_ += text(x + 6, y + 16, name, "start", "#1c2430");
     const std::string below = fits(size) ? size : std::to_string(span.bytes);
     if (fits(below)) out_ += text(x + 6, y + 31, below, "start", "#4c5866");
+  }
+
+  // A field of a byte or two is as high as its name is long.
+  void upright(const std::string &name, double x, double y, double width) {
+    constexpr double kSmall = 4.4;
+    const auto letters = static_cast<std::size_t>((kRow - 12) / kSmall);
+    const std::string shown =
+        utf8::length(name) <= letters ? name : utf8::first(name, letters - 1) + "…";
+    const std::string place = number(x + width / 2 + 3) + " " + number(y + kRow - 11);
+    out_ += "<text transform=\"translate(" + place +
+            ") rotate(-90)\" font-size=\"8\" fill=\"#1c2430\">" + html(shown) + "</text>\n";
   }
 
   void legend(double y) {

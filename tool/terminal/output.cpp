@@ -111,6 +111,16 @@ void Output::write(std::string_view bytes) {
   write_coloured(printable_lines(bytes));
 }
 
+void Output::patch(std::uint64_t place, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t put = pwrite(fd_, bytes.data(), bytes.size(), static_cast<off_t>(place));
+    if (put < 0 && errno != EINTR) fail(errno);
+    if (put <= 0) continue;
+    bytes.remove_prefix(static_cast<std::size_t>(put));
+    place += static_cast<std::uint64_t>(put);
+  }
+}
+
 void Output::write_coloured(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const ssize_t put = ::write(fd_, &text[at], text.size() - at);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,9 @@ class Output {
 
   // Text or bytes; on a terminal without what would steer it.
   void write(std::string_view bytes);
+
+  // Bytes over those that were written at a place, where they can still be taken back.
+  void patch(std::uint64_t place, std::string_view bytes);
 
   // Text that was made fit for a terminal, with its colours.
   void write_coloured(std::string_view text);

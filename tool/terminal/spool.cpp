@@ -49,6 +49,16 @@ void Spool::write(std::string_view bytes) {
   }
 }
 
+void Spool::patch(std::uint64_t place, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t put = pwrite(fd_, bytes.data(), bytes.size(), static_cast<off_t>(place));
+    if (put < 0 && errno != EINTR) fail(errno);
+    if (put <= 0) continue;
+    bytes.remove_prefix(static_cast<std::size_t>(put));
+    place += static_cast<std::uint64_t>(put);
+  }
+}
+
 void Spool::copy_to(Output &output) {
   std::vector<char> block(256U << 10);
   if (lseek(fd_, 0, SEEK_SET) < 0) fail(errno);

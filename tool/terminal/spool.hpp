@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "terminal/output.hpp"
@@ -16,6 +17,9 @@ class Spool {
   ~Spool();
 
   void write(std::string_view bytes);
+
+  // Bytes over those that were written at a place.
+  void patch(std::uint64_t place, std::string_view bytes);
 
   // Everything that was written, once.
   void copy_to(Output &output);
