@@ -40,15 +40,24 @@ void append_bits(char *bits, std::size_t from, const std::uint8_t *flags, std::s
 }  // namespace
 
 char *Bytes::reserve(std::size_t bytes) {
-  if (bytes <= capacity_) return data_.get();
-  const std::size_t capacity = std::max(bytes, 2 * capacity_);
-  auto *larger = static_cast<char *>(std::realloc(data_.get(), capacity));
+  if (bytes <= block_.bytes) return block_.data;
+  if (block_.data == nullptr && pool_ != nullptr) block_ = pool_->take(bytes);
+  if (block_.data != nullptr && bytes <= block_.bytes) return block_.data;
+  const std::size_t capacity = std::max(bytes, 2 * block_.bytes);
+  auto *larger = static_cast<char *>(std::realloc(block_.data, capacity));
   if (larger == nullptr) throw std::bad_alloc();
-  // The old memory is the new one's now.
-  static_cast<void>(data_.release());
-  data_.reset(larger);
-  capacity_ = capacity;
+  block_ = {larger, capacity};
   return larger;
+}
+
+void Batch::begin() {
+  last_.resize(plan_->columns.size());
+  for (const Sizes &sizes : last_) {
+    ColumnValues &values = columns_.emplace_back(pool_);
+    values.values.reserve(sizes.values);
+    values.text.reserve(sizes.text);
+    values.validity.reserve(sizes.validity);
+  }
 }
 
 void Batch::clear() {
@@ -163,7 +172,7 @@ void Batch::append_texts(ColumnValues &values, const std::vector<std::string> &t
 }
 
 void Batch::append(const RecordRows &rows) {
-  if (columns_.empty()) columns_.resize(plan_->columns.size());
+  if (columns_.empty()) begin();
   fault_names_.clear();
   for (std::size_t i = 0; i < plan_->columns.size(); ++i) {
     switch (plan_->columns[i].source) {
@@ -187,6 +196,10 @@ void Batch::append(const RecordRows &rows) {
     append_texts(columns_[i], fault_names_, true);
   }
   rows_ += rows.count;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    last_[i] = {columns_[i].values.capacity(), columns_[i].text.capacity(),
+                columns_[i].validity.capacity()};
+  }
 }
 
 }  // namespace campotipo::records

@@ -5,26 +5,41 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "columns/plan.hpp"
+#include "columns/pool.hpp"
 
 namespace campotipo::records {
 
-// Memory that a C consumer frees: grown by doubling, never cleared.
+// Memory that grows by doubling and is never cleared; a pool, where there is one, gets it back.
 class Bytes {
  public:
+  explicit Bytes(std::shared_ptr<Pool> pool = nullptr) : pool_(std::move(pool)) {}
+  Bytes(Bytes &&other) noexcept
+      : pool_(std::move(other.pool_)), block_(std::exchange(other.block_, {})) {}
+  Bytes &operator=(Bytes &&other) noexcept {
+    std::swap(pool_, other.pool_);
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~Bytes() {
+    if (block_.data != nullptr && pool_ != nullptr) {
+      pool_->give(block_);
+    } else {
+      std::free(block_.data);
+    }
+  }
+
   // At least so many bytes from the start.
   char *reserve(std::size_t bytes);
-  char *data() const { return data_.get(); }
-  char *release() { return data_.release(); }
+  char *data() const { return block_.data; }
+  std::size_t capacity() const { return block_.bytes; }
 
  private:
-  struct Free {
-    void operator()(char *data) const { std::free(data); }
-  };
-  std::unique_ptr<char, Free> data_;
-  std::size_t capacity_ = 0;
+  std::shared_ptr<Pool> pool_;
+  Pool::Block block_;
 };
 
 // Records of one kind, all of one block.
@@ -38,6 +53,10 @@ struct RecordRows {
 
 // The values of a column, as Arrow lays them out.
 struct ColumnValues {
+  ColumnValues() = default;
+  explicit ColumnValues(const std::shared_ptr<Pool> &pool)
+      : values(pool), text(pool), validity(pool) {}
+
   Bytes values;    // bits of a bool, ends of texts, else values
   Bytes text;      // of texts
   Bytes validity;  // bits, where nulls is not 0
@@ -67,6 +86,14 @@ class Batch {
   void clear();
 
  private:
+  // What a column of the last batch took, so that the next begins with as much.
+  struct Sizes {
+    std::size_t values = 0;
+    std::size_t text = 0;
+    std::size_t validity = 0;
+  };
+
+  void begin();
   void append_field(std::size_t column, const RecordRows &rows);
   void append_numbers(ColumnValues &values, const RecordRows &rows);
   void append_texts(ColumnValues &values, const std::vector<std::string> &texts,
@@ -79,11 +106,12 @@ class Batch {
   const ColumnPlan *plan_;
   std::string name_;
   std::size_t rows_ = 0;
+  std::shared_ptr<Pool> pool_ = std::make_shared<Pool>();
   std::vector<ColumnValues> columns_;
+  std::vector<Sizes> last_;
   std::vector<std::uint8_t> states_;
   std::vector<std::uint8_t> flags_;
   std::vector<std::string> fault_names_;
-  bool faults_ = false;
 };
 
 }  // namespace campotipo::records

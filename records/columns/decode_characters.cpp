@@ -17,7 +17,7 @@ class Chunk {
       : at_(at), size_(size), exact_(size < 16 && at + 16 > record_bytes) {}
 
   __m128i read(const unsigned char *record) const {
-    if (exact_) return read_exactly(record + at_);
+    if (exact_) return read_exactly(record);
     __m128i bytes;
     __builtin_memcpy(&bytes, record + at_, sizeof bytes);
     return bytes;
@@ -26,11 +26,19 @@ class Chunk {
   unsigned valid() const { return size_ == 16 ? 0xFFFFU : (1U << size_) - 1; }
 
  private:
-  __m128i read_exactly(const unsigned char *from) const {
-    __m128i bytes = _mm_setzero_si128();
-    auto *to = reinterpret_cast<unsigned char *>(&bytes);
-    for (std::size_t i = 0; i < size_; ++i) to[i] = from[i];
-    return bytes;
+  // In words that overlap, or end with the field.
+  __m128i read_exactly(const unsigned char *record) const {
+    U64 low = 0;
+    U64 high = 0;
+    if (size_ > 8) {
+      low = load<8>(record + at_);
+      high = load<8>(record + at_ + size_ - 8) >> 8 * (16 - size_);
+    } else if (at_ + size_ >= 8) {
+      low = load<8>(record + at_ + size_ - 8) >> 8 * (8 - size_);
+    } else {
+      for (std::size_t i = size_; i-- > 0;) low = low << 8 | record[at_ + i];
+    }
+    return _mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low));
   }
 
   std::size_t at_;
@@ -141,7 +149,7 @@ class DateWords {
   explicit DateWords(const DecodeInput &in)
       : form_(digit_date(*in.params)),
         size_(static_cast<std::size_t>(in.params->bytes)),
-        exact_(size_ > 8 || in.offset + 8 > in.record_bytes),
+        exact_(size_ != 8 && in.offset + 8 > in.record_bytes),
         mask_(size_ >= 8 ? ~U64{0} : (U64{1} << 8 * size_) - 1) {
     for (int i = 0; i < 8; ++i) shifts_[i] = 8U * form_.places[i];
   }

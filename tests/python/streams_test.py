@@ -141,7 +141,7 @@ def test_columns_say_what_rows_say(file):
                     assert value is None
                 elif text is None and file.shares(kind, at):
                     # A row leaves out what means nothing in all fields of its column.
-                    assert not value or value == datetime.time()
+                    assert str(value).strip("0.:") in ("", "None", "False")
                 else:
                     assert exact(value) == exact(expected(text, column.type)), (name, row)
 
