@@ -36,7 +36,7 @@ bool Chain::open(const Place &place) {
   campotipo_input input = {};
   if (place.opener) {
     const Locked lock;
-    file_ = FileObject::open(place);
+    file_ = sheltered([&] { return FileObject::open(place); });
     if (file_ == nullptr) {
       failure_ = take_exception();
       keep_failure();
@@ -75,22 +75,29 @@ int Chain::fail(campotipo_status status, const std::string &text) {
   return errno_of(status);
 }
 
-// The message of what a file object raised, behind the one that the library made of it.
+// The message of what Python raised, behind the one that the library made of it.
 void Chain::keep_failure() {
-  if (file_ != nullptr && !failure_) {
-    const Locked lock;
-    failure_ = file_->take_failure();
-  }
-  if (!failure_) return;
+  if (!failure_ && file_ == nullptr) return;
   const Locked lock;
-  const Ref text(PyObject_Str(failure_.get()));
+  if (!failure_) failure_ = file_->take_failure();
+  if (!failure_) return;
+  const Ref name(PyType_GetName(Py_TYPE(failure_.get())));
+  const Ref text(name ? PyUnicode_FromFormat("%U: %S", name.get(), failure_.get()) : nullptr);
   Py_ssize_t bytes = 0;
   const char *told = text ? PyUnicode_AsUTF8AndSize(text.get(), &bytes) : nullptr;
   if (told == nullptr) PyErr_Clear();
   std::string message = error_.text;
-  if (!message.empty() && told != nullptr && *told != '\0') message += ": ";
-  if (told != nullptr) message += told;
-  fail(CAMPOTIPO_INPUT, message);
+  if (!message.empty()) message += ": ";
+  fail(CAMPOTIPO_INPUT, message + (told != nullptr ? told : "an exception without a text"));
+}
+
+bool Chain::interrupted() {
+  const Locked lock;
+  if (PyErr_CheckSignals() == 0) return false;
+  failure_ = take_exception();
+  fail(CAMPOTIPO_INPUT, "interrupted");
+  keep_failure();
+  return true;
 }
 
 int Chain::schema(ArrowSchema *out) {

@@ -29,7 +29,9 @@ class Chain {
   // What a file object raised; with the lock.
   Ref take_failure() { return std::move(failure_); }
 
-  bool failed_in_python() const { return static_cast<bool>(failure_); }
+  // Whether the handler of a signal raised something, which becomes the error of this stream: who reads
+  // it knows no exceptions of Python. Takes the lock.
+  bool interrupted();
 
  private:
   bool open(const Place &place);

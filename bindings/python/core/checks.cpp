@@ -52,8 +52,10 @@ PyObject *texts(PyObject *type, const Document &document, PyObject *value, std::
     if (!view_of(value, text)) return nullptr;
     const std::size_t length = form(document, text, dest);
     if (length != 0) return PyUnicode_FromStringAndSize(dest, static_cast<Py_ssize_t>(length));
-    return refuse("\"" + std::string(text.substr(0, 80)) +
-                  "\" has not the length and the characters of " + document.name);
+    const Ref shown(PyUnicode_Substring(value, 0, 80));
+    if (!shown) return nullptr;
+    return refuse_with(PyUnicode_FromFormat("%R has not the length and the characters of %s",
+                                            shown.get(), document.name));
   }
   Texts column_in;
   if (!column_in.take(value)) return nullptr;
@@ -72,16 +74,6 @@ PyObject *texts(PyObject *type, const Document &document, PyObject *value, std::
     });
   }
   return column(type, std::move(made));
-}
-
-std::string names_of(unsigned found) {
-  std::string names;
-  for (int i = 0; i < kDocuments; ++i) {
-    if ((found >> i & 1) == 0) continue;
-    if (!names.empty()) names += ',';
-    names += kDocument[i].name;
-  }
-  return names;
 }
 
 PyObject *tuple_of(unsigned found) {
@@ -146,14 +138,14 @@ PyObject *identifica(PyObject *type, PyObject *value) {
   std::shared_ptr<ColumnData> made;
   {
     const Unlocked unlocked;
-    // No text can be of all of them; room for that all the same.
-    made = std::make_shared<ColumnData>(texts.size(), 0, names_of((1U << kDocuments) - 1).size());
+    made = std::make_shared<ColumnData>(texts.size(), ColumnData::OfLists());
     texts.visit([&](std::string_view text) {
-      if (text.data() == nullptr) {
-        made->add_null();
-      } else {
-        made->add(names_of(identify(text)));
+      if (text.data() == nullptr) return made->add_null();
+      const unsigned found = identify(text);
+      for (int i = 0; i < kDocuments; ++i) {
+        if ((found >> i & 1) != 0) made->add_item(kDocument[i].name);
       }
+      made->add_list();
     });
   }
   return column(type, std::move(made));

@@ -19,13 +19,41 @@ struct Column {
   char format[24] = {};
 };
 
-// What an exported array owns: the values live as long as any of them does.
+// What an exported array owns: the values live as long as any of them does. A child may be moved out.
 struct Owned {
   std::shared_ptr<ColumnData> data;
-  std::array<const void *, 3> buffers;
+  std::array<const void *, 3> buffers = {};
+  ArrowArray child = {};
+  std::array<ArrowArray *, 1> children = {&child};
 };
 
+struct OwnedSchema {
+  ArrowSchema child = {};
+  std::array<ArrowSchema *, 1> children = {&child};
+};
+
+template <class Owner, class Structure>
+void release(Structure *self) {
+  auto *owned = static_cast<Owner *>(self->private_data);
+  if (owned->child.release != nullptr) owned->child.release(&owned->child);
+  delete owned;
+  self->release = nullptr;
+}
+
 ColumnData &data_of(PyObject *self) { return *inside_of<Column>(self).data; }
+
+ArrowArray items_of(std::shared_ptr<ColumnData> data) {
+  auto owned = std::make_unique<Owned>();
+  owned->buffers = {nullptr, data->item_ends(), data->item_text()};
+  ArrowArray made = {};
+  made.length = static_cast<std::int64_t>(data->items_size());
+  made.n_buffers = 3;
+  made.buffers = owned->buffers.data();
+  made.release = release<Owned, ArrowArray>;
+  owned->data = std::move(data);
+  made.private_data = owned.release();
+  return made;
+}
 
 ArrowArray array_of(std::shared_ptr<ColumnData> data) {
   auto owned = std::make_unique<Owned>();
@@ -35,22 +63,48 @@ ArrowArray array_of(std::shared_ptr<ColumnData> data) {
   made.null_count = static_cast<std::int64_t>(data->nulls());
   made.n_buffers = data->texts() ? 3 : 2;
   made.buffers = owned->buffers.data();
-  made.release = [](ArrowArray *self) {
-    delete static_cast<Owned *>(self->private_data);
-    self->release = nullptr;
-  };
+  if (data->lists()) {
+    owned->child = items_of(data);
+    made.n_children = 1;
+    made.children = owned->children.data();
+  }
+  made.release = release<Owned, ArrowArray>;
   owned->data = std::move(data);
   made.private_data = owned.release();
   return made;
 }
 
-ArrowSchema schema_of(const ColumnData &data) {
+ArrowSchema type_of(const char *format, const char *name) {
   ArrowSchema made = {};
-  made.format = data.format();
-  made.name = "";
+  made.format = format;
+  made.name = name;
   made.flags = ARROW_FLAG_NULLABLE;
-  made.release = [](ArrowSchema *self) { self->release = nullptr; };
+  made.release = release<OwnedSchema, ArrowSchema>;
+  made.private_data = new OwnedSchema();
   return made;
+}
+
+ArrowSchema schema_of(const ColumnData &data) {
+  ArrowSchema made = type_of(data.format(), "");
+  if (!data.lists()) return made;
+  auto *owned = static_cast<OwnedSchema *>(made.private_data);
+  owned->child = type_of("u", "item");
+  made.n_children = 1;
+  made.children = owned->children.data();
+  return made;
+}
+
+PyObject *text_object(std::string_view text) {
+  return PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "replace");
+}
+
+PyObject *list_object(const ColumnData &data, std::size_t row) {
+  Ref list(PyList_New(0));
+  for (std::size_t i = data.list_end(row); list && i < data.list_end(row + 1); ++i) {
+    const Ref text(text_object(data.item(i)));
+    if (!text || PyList_Append(list.get(), text.get()) != 0) return nullptr;
+  }
+  return list.release();
 }
 
 PyObject *arrow_schema(PyObject *self, PyObject *) {
@@ -78,9 +132,9 @@ PyObject *item(PyObject *self, Py_ssize_t at) {
   }
   const auto row = static_cast<std::size_t>(at);
   if (data.is_null(row)) Py_RETURN_NONE;
-  if (!data.texts()) return PyBool_FromLong(data.truth(row) ? 1 : 0);
-  const std::string_view text = data.text(row);
-  return PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "replace");
+  if (data.lists()) return list_object(data, row);
+  if (data.texts()) return text_object(data.text(row));
+  return PyBool_FromLong(data.truth(row) ? 1 : 0);
 }
 
 Py_ssize_t length(PyObject *self) { return static_cast<Py_ssize_t>(data_of(self).size()); }
@@ -97,8 +151,10 @@ PyObject *to_list(PyObject *self, PyObject *) {
 
 PyObject *repr(PyObject *self) {
   const ColumnData &data = data_of(self);
-  std::string text =
-      "<campotipo.Column of " + std::to_string(data.size()) + (data.texts() ? " texts" : " truths");
+  std::string text = "<campotipo.Column of " + std::to_string(data.size()) +
+                     (data.lists()   ? " lists"
+                      : data.texts() ? " texts"
+                                     : " truths");
   if (data.nulls() != 0) text += ", " + std::to_string(data.nulls()) + " null";
   return text_of((text + ">").c_str());
 }
@@ -109,7 +165,7 @@ int get_buffer(PyObject *self, Py_buffer *view, int flags) {
   if ((flags & PyBUF_WRITABLE) != 0 || data.nulls() != 0 || data.item_bytes() == 0) {
     PyErr_SetString(PyExc_BufferError, (flags & PyBUF_WRITABLE) != 0 ? "the column is read-only"
                                        : data.nulls() != 0 ? "null has no place in a buffer"
-                                                           : "the texts differ in length");
+                                                           : "the values differ in length");
     return -1;
   }
   Column &object = inside_of<Column>(self);

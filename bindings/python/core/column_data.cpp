@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 
 #include "column.hpp"
 
@@ -37,10 +38,34 @@ ColumnData::ColumnData(std::size_t size, std::size_t width, std::size_t room)
   }
 }
 
+ColumnData::ColumnData(std::size_t size, OfLists)
+    : size_(size),
+      validity_(all_valid(size)),
+      ends_(std::make_unique_for_overwrite<std::int32_t[]>(size + 1)),
+      item_ends_(1, 0) {
+  ends_[0] = 0;
+}
+
+void ColumnData::add_item(std::string_view text) {
+  if (item_text_.size() + text.size() > kMostBytes) throw std::bad_alloc();
+  item_text_ += text;
+  item_ends_.push_back(static_cast<std::int32_t>(item_text_.size()));
+}
+
+void ColumnData::add_list() { ends_[++at_] = static_cast<std::int32_t>(items_size()); }
+
+std::string_view ColumnData::item(std::size_t at) const {
+  const auto begin = static_cast<std::size_t>(item_ends_[at]);
+  return std::string_view(item_text_)
+      .substr(begin, static_cast<std::size_t>(item_ends_[at + 1]) - begin);
+}
+
 void ColumnData::add_null() {
   validity_[at_ / 8] = static_cast<std::uint8_t>(validity_[at_ / 8] & ~(1U << at_ % 8));
   ++nulls_;
-  if (texts()) {
+  if (lists()) {
+    add_list();
+  } else if (texts()) {
     add(std::string_view());
   } else {
     add(false);
@@ -70,12 +95,14 @@ std::string_view ColumnData::text(std::size_t at) const {
 }
 
 const char *ColumnData::format() const {
+  if (lists()) return "+l";
   if (!texts()) return "b";
   return ends_ != nullptr ? "u" : "U";
 }
 
 const void *ColumnData::first() {
-  if (texts()) return ends_ != nullptr ? static_cast<const void *>(ends_.get()) : long_ends_.get();
+  if (truths_ == nullptr)
+    return ends_ != nullptr ? static_cast<const void *>(ends_.get()) : long_ends_.get();
   if (bits_ == nullptr) {
     auto bits = std::make_unique<std::uint8_t[]>((size_ + 7) / 8 + 1);
     for (std::size_t i = 0; i < size_; ++i) {

@@ -60,7 +60,7 @@ std::size_t clean_digits(const Document &document, std::string_view text, char *
 const Document kDocument[kDocuments] = {
     of("CPF", ZALGORITM_valida_CPF, D(limpa_CPF), D(edita_CPF), D(CPF_TEXT_SIZE),
        D(CPF_EDITADO_SIZE), D(BIT_CPF)),
-    of("CNPJ", ZALGORITM_valida_CNPJ, D(limpa_CNPJ), D(edita_CNPJ), D(CNPJ_TEXT_SIZE),
+    of("CNPJ", ZALGORITM_valida_CNPJ, nullptr, D(edita_CNPJ), D(CNPJ_TEXT_SIZE),
        D(CNPJ_EDITADO_SIZE), D(BIT_CNPJ)),
     of("CNPJ_alfa", D(valida_CNPJ_alfa), D(limpa_CNPJ), D(edita_CNPJ), D(CNPJ_TEXT_SIZE),
        D(CNPJ_EDITADO_SIZE), D(BIT_CNPJ_ALFA)),
@@ -130,7 +130,12 @@ unsigned identify(std::string_view text) {
   if (!terminated(text, copy)) return 0;
   const int bits = DOCUMENTO_identifica(copy);
   unsigned found = 0;
-  for (int i = 0; i < kDocuments; ++i) found |= (bits & kDocument[i].bit) != 0 ? 1U << i : 0U;
+  for (int i = 0; i < kDocuments; ++i) {
+    // A number of digits alone is a CNPJ, and not one with letters besides.
+    const bool digits =
+        kDocument[i].bit == DOCUMENTO_BIT_CNPJ_ALFA && (bits & DOCUMENTO_BIT_CNPJ) != 0;
+    if ((bits & kDocument[i].bit) != 0 && !digits) found |= 1U << i;
+  }
   return found;
 }
 

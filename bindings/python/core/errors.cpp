@@ -51,4 +51,9 @@ PyObject *refuse(const std::string &text) {
   return raise_as("Error", Ref(Py_BuildValue("(O)", message.get())));
 }
 
+PyObject *refuse_with(PyObject *message) {
+  const Ref text(message);
+  return text ? raise_as("Error", Ref(Py_BuildValue("(O)", text.get()))) : nullptr;
+}
+
 }  // namespace campotipo::python

@@ -60,12 +60,12 @@ campotipo_input FileObject::input(const Place &place) {
   input.context = this;
   input.read = [](void *self, void *dest, std::size_t room) {
     const Locked lock;
-    return static_cast<FileObject *>(self)->read(dest, room);
+    return sheltered([&] { return static_cast<FileObject *>(self)->read(dest, room); });
   };
   if (seekable_) {
     input.skip = [](void *self, std::uint64_t bytes) {
       const Locked lock;
-      return static_cast<FileObject *>(self)->skip(bytes) ? 0 : -1;
+      return sheltered([&] { return static_cast<FileObject *>(self)->skip(bytes) ? 0 : -1; });
     };
   }
   return input;

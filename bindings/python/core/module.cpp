@@ -79,7 +79,7 @@ PyMethodDef methods[] = {
      "A document without its punctuation. The check digits are not looked at.\n\n"
      "A str that has not the length and the characters of the document raises Error; in a column\n"
      "it becomes null.\n\n"
-     ">>> limpa(\"CNPJ\", \"12.ABC.345/01DE-35\")\n"
+     ">>> limpa(\"CNPJ_alfa\", \"12.ABC.345/01DE-35\")\n"
      "'12ABC34501DE35'\n"
      ">>> limpa(\"CPF\", [\"123.456.789-09\", \"123\"]).to_list()\n"
      "['12345678909', None]\n"},
@@ -93,11 +93,11 @@ PyMethodDef methods[] = {
     {"identifica", identifica_of, METH_O,
      "identifica(value, /)\n--\n\n"
      "Which documents a text can be: those whose length it has and whose check digits hold.\n\n"
-     "A str gives a tuple of names. A column gives a Column of names with commas between.\n\n"
+     "A str gives a tuple of names, a column a Column of lists of them.\n\n"
      ">>> identifica(\"123.456.789-09\")\n"
      "('CPF',)\n"
      ">>> identifica([\"12ABC34501DE35\", \"x\"]).to_list()\n"
-     "['CNPJ_alfa', '']\n"},
+     "[['CNPJ_alfa'], []]\n"},
     {"documentos", documentos_of, METH_NOARGS,
      "documentos()\n--\n\n"
      "The names of the documents.\n\n"
@@ -133,12 +133,22 @@ PyMethodDef methods[] = {
     {"percent_inverse", plain<percent_inverse>, METH_VARARGS, nullptr},
     {nullptr, nullptr, 0, nullptr}};
 
+// The unwinder inside this file makes its tables at the first exception. Threads that the interpreter
+// unwinds while it ends come by it without one.
+void prepare_unwinder() {
+  try {
+    throw 0;
+  } catch (int) {
+  }
+}
+
 // Streams give their objects back from threads that know one interpreter alone.
 int execute(PyObject *module) {
   if (PyInterpreterState_GetID(PyInterpreterState_Get()) != 0) {
     PyErr_SetString(PyExc_ImportError, "campotipo works in the main interpreter alone");
     return -1;
   }
+  prepare_unwinder();
   set_services();
   State &state = state_of(module);
   state.rows_type = make_rows_type(module);

@@ -1,5 +1,6 @@
 #include <campotipo-support/money.h>
 #include <campotipo-support/numbers.h>
+#include <campotipo/calendar.h>
 #include <campotipo/percent.h>
 
 #include <cstdlib>
@@ -108,6 +109,8 @@ void set_services() {
   percent::marker::ARRED_estado_nbr.store(percent::marker::kAbsent);
   // A PARCELA is a whole number here: decimals are Python's affair.
   PARCELA_fixo = 0;
+  // A date keeps its century while it is stepped.
+  DATAC_formato = DATAC_FORMATO_COMPACTO;
 }
 
 // (units, digits, rule): the number without its last digits.

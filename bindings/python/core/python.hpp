@@ -2,6 +2,8 @@
 
 #include <Python.h>
 #include <campotipo-records/records.h>
+#include <cxxabi.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <string>
@@ -36,11 +38,25 @@ class Ref {
   PyObject *object_ = nullptr;
 };
 
+// Work that may ask for the interpreter's lock. While the interpreter ends, it unwinds the threads that
+// do, which no destructor nor any function without exceptions can let pass: they stay where they are
+// until the process is gone, as newer interpreters have it.
+template <class Work>
+auto sheltered(Work work) {
+  try {
+    return work();
+  } catch (const abi::__forced_unwind &) {
+    while (true) pause();
+  }
+}
+
 // The interpreter's lock, let go of for as long as this lives.
 class Unlocked {
  public:
   Unlocked() : state_(PyEval_SaveThread()) {}
-  ~Unlocked() { PyEval_RestoreThread(state_); }
+  ~Unlocked() {
+    sheltered([&] { PyEval_RestoreThread(state_); });
+  }
   Unlocked(const Unlocked &) = delete;
   Unlocked &operator=(const Unlocked &) = delete;
 
@@ -51,7 +67,7 @@ class Unlocked {
 // The lock, taken by a thread that may or may not have it.
 class Locked {
  public:
-  Locked() : state_(PyGILState_Ensure()) {}
+  Locked() : state_(sheltered([] { return PyGILState_Ensure(); })) {}
   ~Locked() { PyGILState_Release(state_); }
   Locked(const Locked &) = delete;
   Locked &operator=(const Locked &) = delete;
@@ -78,6 +94,8 @@ PyObject *raise(const campotipo_error &error);
 
 // Raises campotipo.Error. Gives null.
 PyObject *refuse(const std::string &text);
+// The same with a text of Python, which is given away.
+PyObject *refuse_with(PyObject *message);
 
 // An integer in its range; -1 and an exception where it is none.
 inline bool number_of(PyObject *object, std::int64_t &out) {

@@ -26,29 +26,12 @@ int guarded(Work work) noexcept {
   }
 }
 
-// Who reads sees an error; what the handler raised comes behind it, where Python looks next.
-bool interrupted() {
-  if (!in_main_thread()) return false;
-  const Locked lock;
-  if (PyErr_CheckSignals() == 0) return false;
-  PyErr_Clear();
-  PyErr_SetInterrupt();
-  return true;
-}
-
 int next(ArrowArrayStream *self, ArrowArray *out) {
   return guarded([&] {
     *out = {};
-    if (interrupted()) return EINTR;
     Chain &chain = chain_in(self);
-    const int result = chain.next(out);
-    if (result == 0 || !chain.failed_in_python()) return result;
-    const Locked lock;
-    const Ref failure = chain.take_failure();
-    if (PyErr_GivenExceptionMatches(failure.get(), PyExc_KeyboardInterrupt) != 0) {
-      PyErr_SetInterrupt();
-    }
-    return result;
+    if (in_main_thread() && chain.interrupted()) return EINTR;
+    return chain.next(out);
   });
 }
 
@@ -67,8 +50,7 @@ void fill_callbacks(Chain *chain, ArrowArrayStream *out) {
   };
   out->get_next = next;
   out->get_last_error = [](ArrowArrayStream *self) -> const char * {
-    const char *text = chain_in(self).error().text;
-    return *text == '\0' ? "interrupted" : text;
+    return static_cast<const char *>(chain_in(self).error().text);
   };
   out->release = release;
   out->private_data = chain;

@@ -238,6 +238,8 @@ def open(
     many = None if count is None else operator.index(count)
     if first < 1 or (many is not None and many < 0):
         raise Error("first counts from 1, and count from 0")
+    if max(first, many or 0) >= 2**62:
+        raise Error("first and count: no file has so many records")
     sources, files = sources_of(path)
     if (first, many) != (1, None):
         if len(sources) > 1:

@@ -2,7 +2,8 @@
 
 from __future__ import annotations
 
-from ._records import open
+from . import _core
+from ._records import Records, open
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -64,18 +65,15 @@ def scan_polars(
 class _Empty:
     """The columns of records, and none of them."""
 
-    def __init__(self, records: Any) -> None:
+    def __init__(self, records: Records) -> None:
         self.records = records
 
     def __arrow_c_stream__(self, requested_schema: object = None) -> object:
-        from . import _core
-
         return _core.stream(*self.records._arguments([]))
 
 
-def _with_fields(records: Any, columns: list[str]) -> Any:
-    kind, _, *others = records._options
+def _with_fields(records: Records, columns: list[str]) -> Records:
+    kind, _, wide, times, faults, skip = records._options
     # A query may ask for no column, only for the number of rows.
-    return type(records)(
-        records._layout, records._sources, records._files, (kind, columns or ["_record"], *others)
-    )
+    options = kind, columns or ["_record"], wide, times, faults, skip
+    return Records(records._layout, records._sources, records._files, options)

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import io
 import os
 
 from . import _core
@@ -10,12 +11,18 @@ from ._errors import Error
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from collections.abc import Callable
-    from typing import Any
+    from typing import Any, cast
 
     from ._layout import Layout
 
     # (path, memory, opener, closes, name, first, count, byte), as the core takes it.
     Place = tuple[bytes | None, Any, Callable[[], Any] | None, bool, str, int, int, int]
+
+else:
+
+    def cast(_: object, value: object) -> object:
+        return value
+
 
 _ALL = 2**63
 
@@ -156,9 +163,10 @@ def sources_of(path: Any) -> tuple[list[Source], bool]:
     if isinstance(path, str):
         return _paths(path)
     if isinstance(path, os.PathLike):
-        return _paths(os.fspath(path))
+        return _paths(os.fspath(cast("os.PathLike[str]", path)))
     if isinstance(path, (list, tuple)):
-        made = [source for each in path for source in sources_of(each)[0]]
+        each: list[Any] = list(cast("list[Any]", path))
+        made = [source for one in each for source in sources_of(one)[0]]
         if not made:
             raise Error("no files are told")
         return made, True
@@ -169,7 +177,7 @@ def sources_of(path: Any) -> tuple[list[Source], bool]:
     else:
         return [MemorySource(path)], False
     if hasattr(path, "read"):
-        if isinstance(getattr(path, "encoding", None), str):
+        if isinstance(path, io.TextIOBase) or isinstance(getattr(path, "encoding", None), str):
             raise TypeError("the file is open as text: open it with mode 'rb'")
         return [FileSource(path)], False
     if callable(getattr(path, "open", None)):

@@ -53,7 +53,7 @@ def _units(value: Decimal | int | str, decimals: int, name: str) -> int:
         if rest:
             raise Error(f"{name}: {value!r} has more than {decimals} decimals")
     else:
-        number *= 10**shift
+        number *= int(10**shift)
     return -number if sign else number
 
 
@@ -152,7 +152,9 @@ def arredonda(valor: Decimal | int | str, casas: int, regra: Regra = "nbr") -> D
     rule = _rule(regra)
     exponent = _decimal(valor, "arredonda").as_tuple().exponent
     assert isinstance(exponent, int)
-    decimals = max(casas, -exponent)
+    decimals = max(0, -exponent)
+    if decimals <= casas:
+        return _number(_units(valor, casas, "arredonda"), casas)
     units = _in_range(_units(valor, decimals, "arredonda"), "arredonda")
     return _number(_core.round_number(units, decimals - casas, rule), casas)
 
