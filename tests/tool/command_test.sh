@@ -106,6 +106,9 @@ expect 0 "Record long+/ */" layout kinds.toml --header
 expect 2 "expected --kind NAME" layout kinds.toml --svg
 expect 2 "--record is now called --kind" layout kinds.toml --svg --record bits
 expect 0 ">b: bytes 1 to 1" layout kinds.toml --svg --kind bits
+expect 0 "bits: 2 bytes" layout kinds.toml --kind bits
+! grep -q "long" out || complain "another kind is drawn"
+expect 2 "excludes" layout kinds.toml --kind bits --sql
 expect 2 "no kind of record is called \"bit\", expected one of long*/, bits" layout kinds.toml --svg --kind bit
 expect 2 "expected a layout" layout --svg
 expect 0 '"inicio_pix" TIMESTAMP' layout "$examples/bancos.toml" --sql

@@ -70,9 +70,11 @@ std::string told_by(const RecordType &type) {
   return text;
 }
 
-void draw(const Layout &layout, Output &output) {
+void draw(const Layout &layout, const std::string &kind, Output &output) {
   const Colours colours(output.is_terminal());
+  const RecordType *only = kind.empty() ? nullptr : &kind_for(layout, kind);
   for (const RecordType &record : layout.types) {
+    if (only != nullptr && only != &record) continue;
     output.write_coloured(colours.bold(printable(record.name)) + ": " +
                           std::to_string(record.bytes) + " bytes" + printable(told_by(record)) +
                           "\n");
@@ -145,7 +147,7 @@ int run(const Request &request) {
   } else if (request.svg) {
     output.write(pictures(layout, request.kind));
   } else {
-    draw(layout, output);
+    draw(layout, request.kind, output);
   }
   output.commit();
   return kGood;
@@ -167,7 +169,9 @@ void add_layout(CLI::App &app, Action &action) {
   sql->excludes(svg)->excludes(toml);
   svg->excludes(toml);
   command->add_option("--kind", request->kind, "The kind to draw, where there are several")
-      ->needs(svg);
+      ->excludes(header)
+      ->excludes(sql)
+      ->excludes(toml);
   const auto refuse = [](const std::string &) { throw Failure("--record is now called --kind"); };
   command->add_option_function<std::string>("--record", refuse)->group("");
   command->footer(kExample);

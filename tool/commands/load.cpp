@@ -125,10 +125,7 @@ class Load {
     lines_ = stream_.header_lines();
     const RecordType *kind = request_->kind.empty() ? nullptr : &kind_for(*layout_, request_->kind);
     const Loader loader(*layout_, header, request_->ignored, name_, kind);
-    for (const std::string &column : loader.missing()) {
-      if (!follows(column))
-        tell(name_ + ": has no column \"" + column + "\": the field stays empty");
-    }
+    tell_missing(loader.missing());
     const Margins around = margins(*request_, *layout_);
     records_.write(around.header);
     written_ = around.header.size();
@@ -151,6 +148,21 @@ class Load {
       }
     }
     return true;
+  }
+
+  // A bank's layout has many columns that a table need not have.
+  void tell_missing(const std::vector<std::string> &columns) const {
+    std::string names;
+    std::size_t told = 0;
+    for (const std::string &column : columns) {
+      if (follows(column)) continue;
+      if (++told <= FindingCounts::kPlaces) names += (told > 1 ? ", \"" : "\"") + column + "\"";
+    }
+    if (told == 1) tell(name_ + ": has no column " + names + ": the field stays empty");
+    if (told <= 1) return;
+    const std::size_t more = told - std::min(told, FindingCounts::kPlaces);
+    tell(name_ + ": has no columns " + names +
+         (more == 0 ? "" : " and " + std::to_string(more) + " more") + ": the fields stay empty");
   }
 
   std::string where(std::uint64_t line, std::uint64_t record) const {

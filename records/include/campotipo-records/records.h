@@ -195,12 +195,15 @@ typedef struct campotipo_range {
   size_t size;    /* sizeof(struct campotipo_range) */
   uint64_t first; /* number of the first, from 1; 0: 1 */
   uint64_t count; /* how many; 0: to the end */
-  uint64_t byte;  /* where the first stands, where that is known (campotipo_splits); 0: not told */
+  uint64_t byte;  /* as campotipo_splits tells it: where the first stands, and for a part of a file of
+                     lines a mark of its beginning; 0: not told */
 } campotipo_range;
 
 typedef struct campotipo_reader campotipo_reader;
 
-#define CAMPOTIPO_SKIP 1 /* a record that does not follow the layout is passed over and counted */
+/* A record that does not follow the layout is passed over and counted; but not one behind which nothing
+   can be read. */
+#define CAMPOTIPO_SKIP 1
 
 /*
  * Opens records for reading. range may be null: all. flags: 0 or CAMPOTIPO_SKIP.
@@ -241,7 +244,10 @@ CAMPOTIPO_RECORDS_API uint64_t campotipo_reader_skipped(const campotipo_reader *
  * Cuts a file into at most `wanted` ranges of about the same size, which together hold every record
  * once, in order; `wanted` ranges have room at `out`. The number made stands at `made`: 0 for a file
  * without records. Arithmetic where all records have one length and the size of the file is known;
- * else the file is read through once, without decoding.
+ * else the file is read through once, without decoding. Lines of one length are cut by arithmetic
+ * where every range begins behind the end of a line, else not at all; a range whose lines end
+ * elsewhere than the next one begins ends with CAMPOTIPO_RECORD, also under CAMPOTIPO_SKIP, so that
+ * no record is numbered wrongly, read twice or left out in silence.
  */
 CAMPOTIPO_RECORDS_API campotipo_status campotipo_splits(const campotipo_layout *layout,
                                                         const campotipo_input *input, size_t wanted,
@@ -408,7 +414,9 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_loader_open(
 /*
  * Adds the rows of a CSV file, as `campotipo load` reads it: RFC 4180 with either line end, a first
  * row with the names of the columns in any order, and with several kinds of record the column
- * "record". A column that is missing, and an empty cell, stands for no value.
+ * "record". A column that is missing, and an empty cell, stands for no value: constants are filled
+ * then, and what follows from other records, sequences, copies, counts and sums; with `bare` the
+ * latter have to be given, and so has a total in a record in front of what it counts.
  * CAMPOTIPO_INPUT for a file that cannot be read or whose columns the layout does not have;
  * CAMPOTIPO_RECORD, with line and record, for a row that is none; CAMPOTIPO_VALUE, with the field
  * too, for a value that is refused. After these three the file cannot be finished.
@@ -421,7 +429,7 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_load(campotipo_loader *loader,
  * Adds the rows of a table, a struct array with a child a column, as records of one kind; the table
  * stays the caller's. kind null or "": as for campotipo_layout_find_kind. Columns are found by the
  * names of fields in a flat table, in any order; a null, an empty text and a column that is missing
- * stand for no value. "_record", "_file" and "_fault" are passed over.
+ * stand for no value, and a null or a missing column is filled as for campotipo_load. "_record", "_file" and "_fault" are passed over.
  *
  *   field                 columns that are taken
  *   numbers, bits, texts  bool (0 and 1), integers of any width, decimals of 32 to 256 bits, texts
