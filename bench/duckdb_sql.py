@@ -22,13 +22,13 @@ NUMBERS = [("abertura", 57, 13), ("maximo", 70, 13), ("minimo", 83, 13), ("medio
            ("ultimo", 109, 13), ("melhor_compra", 122, 13), ("melhor_venda", 135, 13),
            ("volume", 171, 18), ("exercicio", 189, 13)]
 TEXTS = [("bdi", 11, 2), ("codigo", 13, 12), ("mercado", 25, 3), ("nome", 28, 12),
-         ("especificacao", 40, 10), ("prazo", 50, 3), ("moeda", 53, 4), ("indicador_correcao", 202, 1),
+         ("especificacao", 40, 10), ("moeda", 53, 4), ("indicador_correcao", 202, 1),
          ("isin", 231, 12), ("distribuicao", 243, 3)]
 QUERIES = {
     "count(*)": "count(*)",
     "sum of one column": "sum(volume)",
     "group by, four columns": "mercado, sum(volume), sum(quantidade), max(ultimo)",
-    "greatest of 22 columns": ", ".join(f"max({name})" for name, *_ in NUMBERS + TEXTS) +
+    "greatest of 21 columns": ", ".join(f"max({name})" for name, *_ in NUMBERS + TEXTS) +
                               ", max(pregao), max(quantidade), max(negocios)",
 }
 

@@ -116,8 +116,7 @@ void Scan::take(duckdb_data_chunk chunk, idx_t at, std::size_t count) {
                      rows_.numbers + taken_, count};
   if (tells_faults_) fault_names_.assign(count, "");
   duckdb_vector faults = nullptr;
-  std::vector<bool> decoded(tells_faults_ ? table_->fields.size() : 0);
-  std::vector<duckdb_vector> vectors(decoded.size());
+  std::vector<duckdb_vector> vectors(tells_faults_ ? table_->fields.size() : 0);
   for (idx_t i = 0; i < columns_.size(); ++i) {
     const Column &column = table_->columns[columns_[i]];
     duckdb_vector vector = duckdb_data_chunk_get_vector(chunk, i);

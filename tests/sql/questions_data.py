@@ -115,6 +115,6 @@ def invoices(folder):
                     natureza="3", finalidade="1")]
     lines += [record(told, "nota", **note) for note in notes]
     lines += [record(told, "item", **item) for item in items]
-    lines.append(record(told, "total", inscricao="00000000000191"))
+    lines.append(record(told, "totais", inscricao="00000000000191"))
     write(folder / "sintegra.txt", lines)
     return notes, items
