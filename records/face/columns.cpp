@@ -178,6 +178,17 @@ void look_at_states(const std::vector<std::uint8_t> &states, const Field &field,
   }
 }
 
+// Every row has a value.
+void all_values(campotipo_column &column, std::size_t count) {
+  if (column.validity != nullptr) {
+    std::memset(column.validity, 0xFF, count / 8);
+    if (count % 8 != 0)
+      column.validity[count / 8] = static_cast<std::uint8_t>((1U << count % 8) - 1);
+  }
+  if (column.faults != nullptr) std::memset(column.faults, 0, (count + 7) / 8);
+  column.nulls = 0;
+}
+
 void decode(const Field &field, const ColumnType &type, const unsigned char *const *records,
             std::size_t count, std::size_t record_bytes, campotipo_column &column) {
   std::vector<std::uint8_t> states(count);
@@ -197,8 +208,8 @@ void decode(const Field &field, const ColumnType &type, const unsigned char *con
   } else if (column.values == nullptr && count != 0) {
     refuse("values have no place");
   }
-  kernels().decode(*field.type, type)(in, out);
-  look_at_states(states, field, column);
+  const bool all_there = !kernels().decode(*field.type, type)(in, out);
+  if (!all_there) look_at_states(states, field, column);
   if (!flags.empty() && column.values != nullptr) {
     auto *bits = static_cast<std::uint8_t *>(column.values);
     std::memset(bits, 0, (count + 7) / 8);
@@ -206,6 +217,7 @@ void decode(const Field &field, const ColumnType &type, const unsigned char *con
       bits[i / 8] = static_cast<std::uint8_t>(bits[i / 8] | flags[i] << i % 8);
     }
   }
+  if (all_there) return all_values(column, count);
   if (column.validity != nullptr) set_bits(column.validity, states, false);
   if (column.faults != nullptr) set_bits(column.faults, states, true);
   column.nulls = static_cast<std::size_t>(

@@ -27,8 +27,7 @@ void RecordStream::split_lines(RecordBlock &block, std::size_t &at) {
   while (!done_ && next_ < end_) {
     if (!wary_ && !split_even_lines(block, at)) return;
     if (!find_line(block, at, line)) break;
-    const RecordType *type =
-        passed_ != 0 ? long_ : layout_->type_of(block.data() + at, line.length);
+    const RecordType *type = passed_ != 0 ? long_ : kinds_.of(block.data() + at, line.length);
     const std::size_t behind = at + line.length + line.end;
     line.length += passed_;
     // The beginning of a long line is no longer there: its place wraps round.
@@ -46,7 +45,7 @@ void RecordStream::keep_end(RecordBlock &block, std::size_t &at) {
   if (passed_ == 0) {
     if (left <= layout_->most_bytes() + 2) return;
     wary_ = true;
-    long_ = layout_->type_of(block.data() + at, left);
+    long_ = kinds_.of(block.data() + at, left);
   }
   passed_ += left - 2;
   at = block.size() - 2;
@@ -68,7 +67,7 @@ bool RecordStream::split_even_lines(RecordBlock &block, std::size_t &at) {
     const bool ended = crlf ? line[size] == '\r' && line[size + 1] == '\n'
                             : line[size] == '\n' && line[size - 1] != '\r';
     if (!ended) return true;
-    const RecordType *type = told ? layout_->types.data() : layout_->type_of(line, size);
+    const RecordType *type = told ? layout_->types.data() : kinds_.of(line, size);
     if (type == nullptr) return true;
     if (next_ >= from_) push(block, at, *type);
   }

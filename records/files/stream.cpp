@@ -19,7 +19,12 @@ std::string StreamFault::text() const {
 }
 
 RecordStream::RecordStream(Source &input, const Layout &layout, Range range, std::size_t block)
-    : input_(&input), layout_(&layout), block_(block), from_(range.from), byte_(range.byte) {
+    : input_(&input),
+      layout_(&layout),
+      kinds_(layout),
+      block_(block),
+      from_(range.from),
+      byte_(range.byte) {
   constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
   end_ = range.count < kMost - from_ ? from_ + range.count : kMost;
 }
@@ -158,7 +163,7 @@ bool RecordStream::split_one(RecordBlock &block, std::size_t usable, std::size_t
     return false;
   }
   if (known_length && left - prefix < length) return false;
-  const RecordType *type = layout_->type_of(record, known_length ? length : left);
+  const RecordType *type = kinds_.of(record, known_length ? length : left);
   if (type == nullptr) {
     if (!known_length) {
       if (left < layout_->told_bytes()) return false;

@@ -7,6 +7,7 @@
 
 #include "errors/what.hpp"
 #include "files/source.hpp"
+#include "layout/kind_finder.hpp"
 #include "layout/layout.hpp"
 
 namespace campotipo::records {
@@ -101,6 +102,7 @@ class RecordStream {
 
   Source *input_;
   const Layout *layout_;
+  KindFinder kinds_;
   std::size_t block_;
   std::uint64_t from_;
   std::uint64_t byte_;               // of the first record wanted; 0: not known
