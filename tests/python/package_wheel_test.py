@@ -16,6 +16,7 @@ import campotipo._layout
 import campotipo._records
 import campotipo._scan
 import campotipo._values
+import campotipo._writing
 
 WHEEL = os.environ.get("CAMPOTIPO_WHEEL", "")
 ROOT = pathlib.Path(__file__).parents[2]
@@ -70,7 +71,7 @@ def test_an_import_brings_little():
 
 
 @pytest.mark.parametrize("module", [campotipo, campotipo._layout, campotipo._records,
-                                    campotipo._scan, campotipo._values])
+                                    campotipo._scan, campotipo._values, campotipo._writing])
 def test_examples_of_the_manual_run(module, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)
     (tmp_path / "examples").symlink_to(ROOT / "examples")

@@ -7,6 +7,7 @@
 #include "rows.hpp"
 #include "streams.hpp"
 #include "values.hpp"
+#include "writing.hpp"
 
 // The module campotipo._core: what Python around it is made of.
 namespace campotipo::python {
@@ -114,6 +115,7 @@ PyMethodDef methods[] = {
     {"schema", plain<schema>, METH_VARARGS, nullptr},
     {"count", plain<count>, METH_VARARGS, nullptr},
     {"splits", plain<splits>, METH_VARARGS, nullptr},
+    {"write_records", plain<write_records>, METH_VARARGS, nullptr},
     {"rows", rows_of, METH_VARARGS, nullptr},
     {"batches", batches_of, METH_VARARGS, nullptr},
     {"code_pack", plain<code_pack>, METH_VARARGS, nullptr},

@@ -7,7 +7,7 @@
     >>> len(banks)
     513
 
-Files: layout(), layouts(), open(), scan_polars(). Documents: valida(), limpa(), edita(),
+Files: layout(), layouts(), open(), scan_polars(), write(). Documents: valida(), limpa(), edita(),
 identifica(), documentos(), of a text or of a whole column. Values: codalfa_, zbinario_, porc_,
 datac_, zguid_, arredonda(), soma_dias(), soma_meses(). Errors: Error, LayoutError, RecordError.
 """
@@ -39,6 +39,7 @@ from ._values import (
     zguid_parse,
     zguid_string,
 )
+from ._writing import write
 
 __all__ = [
     "Batch",
@@ -71,6 +72,7 @@ __all__ = [
     "soma_dias",
     "soma_meses",
     "valida",
+    "write",
     "zbinario_digitos",
     "zbinario_extrai",
     "zbinario_salva",
