@@ -54,8 +54,28 @@ char *put_bytes(char *out, const unsigned char *field, std::size_t size, const P
   return finish(out, size, copy(out, field, size), p);
 }
 
+namespace {
+
+// Up to sixteen bytes at once; null where some of them are not ASCII, or NULs.
+char *put_short(char *out, const unsigned char *field, const Params &p) {
+  const std::size_t size = size_of(p);
+  const __m128i bytes = load(field, size);
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(out), bytes);
+  const unsigned valid = scan::first(size);
+  const __m128i nul = _mm_cmpeq_epi8(bytes, _mm_setzero_si128());
+  if ((scan::mask(_mm_or_si128(bytes, nul)) & valid) != 0) return nullptr;
+  const unsigned other = ~scan::mask(scan::equal(bytes, ' ')) & valid;
+  if (other == 0 || is_absent(field, p)) return out;
+  return out + (p.pad == '\0' ? static_cast<std::size_t>(std::bit_width(other)) : size);
+}
+
+}  // namespace
+
 // With something that fills it in front, no character is left out: zeros and blanks may be its own.
 char *put_text(char *out, const unsigned char *field, const Params &p) {
+  if (p.bytes <= 16) {
+    if (char *end = put_short(out, field, p)) return end;
+  }
   const Copied found = copy(out, field, size_of(p));
   if (found.length == 0 || is_absent(field, p)) return out;
   return finish(out, p.pad == '\0' ? found.length : size_of(p), found, p);
@@ -126,7 +146,12 @@ const char *take_text(unsigned char *field, PaddedText text, const Params &p) {
 
 char *put_digits(char *out, const unsigned char *field, const Params &p) {
   if (is_absent(field, p)) return out;
-  return put_bytes(out, field, size_of(p), p);
+  const std::size_t size = size_of(p);
+  if (size > 16) return put_bytes(out, field, size, p);
+  const __m128i bytes = load(field, size);
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(out), bytes);
+  const bool good = (scan::not_digits(bytes) & scan::first(size)) == 0;
+  return good ? out + size : put_bytes(out, field, size, p);
 }
 
 const char *take_digits(unsigned char *field, PaddedText text, const Params &p) {

@@ -46,6 +46,8 @@ inline bool all_digits(const unsigned char *from, std::size_t size) {
 // Whether the bytes are one of the forms that stand for no value.
 inline bool is_absent(const unsigned char *field, const Params &p) {
   for (const std::string &form : p.empties) {
+    // Most values differ in their first byte.
+    if (field[0] != static_cast<unsigned char>(form[0])) continue;
     if (std::memcmp(field, form.data(), form.size()) == 0) return true;
   }
   return false;

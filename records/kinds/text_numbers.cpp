@@ -1,5 +1,6 @@
 #include "kinds/text_numbers.hpp"
 
+#include <bit>
 #include <string>
 
 namespace campotipo::records::text_numbers {
@@ -36,7 +37,11 @@ const unsigned char *first_digit(const unsigned char *field, const Params &p) {
 bool read(Digits &number, const unsigned char *field, const Params &p) {
   const std::size_t count = count_of(p);
   number.negative = false;
-  std::memcpy(number.digit, first_digit(field, p), count);
+  const unsigned char *first = first_digit(field, p);
+  for (std::size_t at = 0; at < count; at += 16) {
+    const __m128i bytes = characters::load(first + at, std::min<std::size_t>(16, count - at));
+    std::memcpy(number.digit + at, &bytes, sizeof bytes);
+  }
   if (p.sign == Sign::kLeading && !read_sign(field[0], number.negative)) return false;
   if (p.sign == Sign::kTrailing && !read_sign(field[count], number.negative)) return false;
   if (p.sign == Sign::kOverpunch && !read_overpunch(number.digit[count - 1], number.negative)) {
@@ -52,6 +57,11 @@ bool read(Digits &number, const unsigned char *field, const Params &p) {
 
 namespace {
 
+// In pieces of sixteen bytes: there is room behind.
+void copy(char *out, const unsigned char *digits, std::size_t count) {
+  for (std::size_t at = 0; at < count; at += 16) std::memcpy(out + at, digits + at, 16);
+}
+
 // Digits as a decimal text: at least one in front of the point.
 char *put_decimal(char *out, const unsigned char *digits, bool negative, const Params &p) {
   const std::size_t count = count_of(p);
@@ -62,18 +72,42 @@ char *put_decimal(char *out, const unsigned char *digits, bool negative, const P
   if (negative && at < count) *out++ = '-';
   at = std::min(at, whole == 0 ? 0 : whole - 1);
   if (whole == 0) *out++ = '0';
-  std::memcpy(out, digits + at, whole - at);
+  copy(out, digits + at, whole - at);
   out += whole - at;
   if (decimals == 0) return out;
   *out++ = '.';
-  std::memcpy(out, digits + whole, decimals);
+  copy(out, digits + whole, decimals);
   return out + decimals;
+}
+
+// The same of up to 16 digits. What is read behind them is not looked at.
+char *put_short(char *out, __m128i bytes, const Params &p) {
+  char digits[32];
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(digits), bytes);
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(digits + 16), bytes);
+  const int whole = p.n - p.decimals;
+  if (whole == 0) {
+    *out++ = '0';
+  } else {
+    const unsigned other = ~scan::mask(scan::equal(bytes, '0'));
+    const int first = std::min(std::countr_zero(other), whole - 1);
+    std::memcpy(out, digits + first, 16);
+    out += whole - first;
+  }
+  if (p.decimals == 0) return out;
+  *out = '.';
+  std::memcpy(out + 1, digits + whole, 16);
+  return out + 1 + p.decimals;
 }
 
 }  // namespace
 
 char *put(char *out, const unsigned char *field, const Params &p) {
   if (characters::is_absent(field, p)) return out;
+  if (p.n <= 16 && p.sign == Sign::kNone) {
+    const __m128i bytes = characters::load(field, count_of(p));
+    if ((scan::not_digits(bytes) & scan::first(count_of(p))) == 0) return put_short(out, bytes, p);
+  }
   Digits number;
   if (!read(number, field, p)) {
     return characters::put_bytes(out, field, static_cast<std::size_t>(p.bytes), p);
@@ -136,8 +170,6 @@ Decimal decimal_of(std::string_view text) {
 
 bool all_zeros(std::string_view text) { return text.find_first_not_of('0') == text.npos; }
 
-}  // namespace
-
 void store_sign(unsigned char *field, bool negative, const Params &p) {
   if (p.sign == Sign::kLeading) field[0] = negative ? '-' : '+';
   if (p.sign == Sign::kTrailing) field[p.n] = negative ? '-' : '+';
@@ -145,8 +177,6 @@ void store_sign(unsigned char *field, bool negative, const Params &p) {
   unsigned char &last = field[p.n - 1];
   last = static_cast<unsigned char>((negative ? kNegative : kPositive)[last - '0']);
 }
-
-namespace {
 
 // The digits fit; those of the fraction that the field lacks are zeros.
 void store(unsigned char *field, const Decimal &number, const Params &p) {

@@ -10,7 +10,7 @@ constexpr int kMostDigits = 50;
 
 // The digits of a field that is a number, zeros where blanks stand in front.
 struct Digits {
-  unsigned char digit[kMostDigits + 14];  // characters, p.n of them
+  unsigned char digit[kMostDigits + 16];  // characters, p.n of them
   bool negative = false;
 };
 

@@ -41,8 +41,14 @@ void RowWriter::run(const unsigned char *record, Buffer &buffer) const {
       std::memcpy(out, literals_.data() + step.prefix, step.prefix_length);
       out += step.prefix_length;
     }
-    out = step.style == Style::kRaw ? step.put(out, record + step.offset, *step.params)
-                                    : run_styled(step, record, out);
+    if (step.style > Style::kCsv || step.shared != 0) {
+      out = run_styled(step, record, out);
+      continue;
+    }
+    char *end = step.put(out, record + step.offset, *step.params);
+    const bool quotes =
+        step.style == Style::kCsv && scan::needs_quotes(out, static_cast<std::size_t>(end - out));
+    out = quotes ? quote_csv(out, end) : end;
   }
   const std::string_view rest = std::string_view(literals_).substr(told_);
   buffer.end(std::copy(rest.begin(), rest.end(), out));
