@@ -80,33 +80,43 @@ char *put_decimal(char *out, const unsigned char *digits, bool negative, const P
   return out + decimals;
 }
 
-// The same of up to 16 digits. What is read behind them is not looked at.
-char *put_short(char *out, __m128i bytes, const Params &p) {
-  char digits[32];
-  _mm_storeu_si128(reinterpret_cast<__m128i *>(digits), bytes);
-  _mm_storeu_si128(reinterpret_cast<__m128i *>(digits + 16), bytes);
-  const int whole = p.n - p.decimals;
-  if (whole == 0) {
-    *out++ = '0';
-  } else {
-    const unsigned other = ~scan::mask(scan::equal(bytes, '0'));
-    const int first = std::min(std::countr_zero(other), whole - 1);
-    std::memcpy(out, digits + first, 16);
-    out += whole - first;
+// The same of up to 16 * Pieces digits without sign; null where there are others. What is read behind
+// them is not looked at.
+template <std::size_t Pieces>
+char *put_plain(char *out, const unsigned char *field, const Params &p) {
+  char digits[32 * Pieces] = {};
+  unsigned wrong = 0;
+  unsigned zeros = 0;
+  for (std::size_t i = 0; i < Pieces; ++i) {
+    const std::size_t left = count_of(p) - 16 * i;
+    const __m128i bytes = i + 1 < Pieces ? scan::load(reinterpret_cast<const char *>(field))
+                                         : characters::load(field + 16 * i, left);
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(digits + 16 * i), bytes);
+    wrong |= scan::not_digits(bytes) & scan::first(left);
+    zeros |= scan::mask(scan::equal(bytes, '0')) << 16 * i;
   }
+  if (wrong != 0) return nullptr;
+  const auto put = [&](int from, int count) {
+    for (std::size_t i = 0; i < Pieces; ++i) std::memcpy(out + 16 * i, digits + from + 16 * i, 16);
+    out += count;
+  };
+  const int whole = p.n - p.decimals;
+  const int first = whole == 0 ? 0 : std::min(std::countr_one(zeros), whole - 1);
+  if (whole == 0) *out++ = '0';
+  put(first, whole - first);
   if (p.decimals == 0) return out;
-  *out = '.';
-  std::memcpy(out + 1, digits + whole, 16);
-  return out + 1 + p.decimals;
+  *out++ = '.';
+  put(whole, p.decimals);
+  return out;
 }
 
 }  // namespace
 
 char *put(char *out, const unsigned char *field, const Params &p) {
   if (characters::is_absent(field, p)) return out;
-  if (p.n <= 16 && p.sign == Sign::kNone) {
-    const __m128i bytes = characters::load(field, count_of(p));
-    if ((scan::not_digits(bytes) & scan::first(count_of(p))) == 0) return put_short(out, bytes, p);
+  if (p.n <= 32 && p.sign == Sign::kNone) {
+    char *end = p.n <= 16 ? put_plain<1>(out, field, p) : put_plain<2>(out, field, p);
+    if (end != nullptr) return end;
   }
   Digits number;
   if (!read(number, field, p)) {
@@ -170,6 +180,8 @@ Decimal decimal_of(std::string_view text) {
 
 bool all_zeros(std::string_view text) { return text.find_first_not_of('0') == text.npos; }
 
+}  // namespace
+
 void store_sign(unsigned char *field, bool negative, const Params &p) {
   if (p.sign == Sign::kLeading) field[0] = negative ? '-' : '+';
   if (p.sign == Sign::kTrailing) field[p.n] = negative ? '-' : '+';
@@ -177,6 +189,8 @@ void store_sign(unsigned char *field, bool negative, const Params &p) {
   unsigned char &last = field[p.n - 1];
   last = static_cast<unsigned char>((negative ? kNegative : kPositive)[last - '0']);
 }
+
+namespace {
 
 // The digits fit; those of the fraction that the field lacks are zeros.
 void store(unsigned char *field, const Decimal &number, const Params &p) {

@@ -24,7 +24,7 @@ inline __m128i equal(__m128i bytes, char value) {
 inline unsigned mask(__m128i bytes) { return static_cast<unsigned>(_mm_movemask_epi8(bytes)); }
 
 // The lowest `count` bits, all sixteen from 16 on.
-inline unsigned first(std::size_t count) { return count >= 16 ? 0xFFFFU : (1U << count) - 1; }
+inline unsigned first(std::size_t count) { return (1U << (count < 16 ? count : 16)) - 1; }
 
 // True if some byte within the length satisfies the test, which gives a mask for 16 bytes.
 template <class Test>
