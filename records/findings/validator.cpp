@@ -41,6 +41,64 @@ std::string Finding::json(const Layout &layout, const std::string &file) const {
          ",\"what\":" + json_string(word(what)) + ",\"value\":" + json_string(place.value) + "}\n";
 }
 
+namespace {
+
+// Looks at the records of a block.
+class Examiner {
+ public:
+  Examiner(const Layout &layout, const RecordBlock &block, std::vector<Finding> &findings)
+      : layout_(&layout), block_(&block), findings_(&findings) {}
+
+  void look(const RecordBlock::Record &record) {
+    const RecordType &type = *record.type;
+    const unsigned char *bytes = block_->record(record);
+    for (const Field &field : type.fields) look_at_field(record, field, bytes);
+    for (const Field &field : type.fillers) look_at_field(record, field, bytes);
+    for (const FieldRules &rules : type.rules) look_at_rules(record, rules, bytes);
+    const std::size_t at = layout_->lines() ? line_end_in(type, bytes) : type.bytes;
+    if (at == type.bytes) return;
+    findings_->push_back({&type,
+                          nullptr,
+                          What::kLineLength,
+                          "the end of a line stands inside the record",
+                          {block_->number(record), block_->place(record) + at, "", 0}});
+  }
+
+ private:
+  void found(const RecordBlock::Record &record, const Field &field, const Breach &breach) {
+    const std::string value = shown(field, block_->record(record) + field.offset, breach.expected);
+    findings_->push_back(
+        {record.type,
+         &field,
+         breach.what,
+         breach.text,
+         {block_->number(record), block_->place(record) + field.offset, value, 0}});
+  }
+
+  void look_at_field(const RecordBlock::Record &record, const Field &field,
+                     const unsigned char *bytes) {
+    What what = What::kInvalid;
+    const char *fault = field_fault(field, bytes, &what);
+    if (fault != nullptr) found(record, field, {what, fault, ""});
+  }
+
+  void look_at_rules(const RecordBlock::Record &record, const FieldRules &rules,
+                     const unsigned char *bytes) {
+    Breach breach;
+    if (obeys(*record.type, rules, bytes, breach)) return;
+    const Field &field = record.type->fields[rules.field];
+    // What is no value is told as such.
+    if (field.type->fault(bytes + field.offset, field.params) != nullptr) return;
+    found(record, field, breach);
+  }
+
+  const Layout *layout_;
+  const RecordBlock *block_;
+  std::vector<Finding> *findings_;
+};
+
+}  // namespace
+
 Validator::Validator(const Layout &layout, std::string file)
     : layout_(&layout), file_(std::move(file)), rules_(layout, [this](const RuleFinding &broken) {
         Location place{broken.record, broken.offset, "", 0};
@@ -48,47 +106,15 @@ Validator::Validator(const Layout &layout, std::string file)
           const auto *bytes = reinterpret_cast<const unsigned char *>(broken.bytes.data());
           place.value = shown(*broken.field, bytes, broken.breach.expected);
         }
-        found({broken.type, broken.field, broken.breach.what, broken.breach.text, place});
+        gathered_.push_back(
+            {broken.type, broken.field, broken.breach.what, broken.breach.text, place});
       }) {}
 
-void Validator::examine(const RecordBlock &block, const RecordBlock::Record &record,
-                        const Field &field) {
-  const unsigned char *bytes = block.record(record);
-  What what = What::kInvalid;
-  const char *fault = field_fault(field, bytes, &what);
-  if (fault == nullptr) return;
-  found({record.type,
-         &field,
-         what,
-         fault,
-         {block.number(record), block.place(record) + field.offset,
-          shown(field, bytes + field.offset, ""), 0}});
-}
-
-void Validator::examine_rules(const RecordBlock &block, const RecordBlock::Record &record) {
-  const unsigned char *bytes = block.record(record);
-  for (const FieldRules &rules : record.type->rules) {
-    const Field &field = record.type->fields[rules.field];
-    Breach breach;
-    if (field.type->fault(bytes + field.offset, field.params) != nullptr) continue;
-    if (obeys(*record.type, rules, bytes, breach)) continue;
-    found({record.type,
-           &field,
-           breach.what,
-           breach.text,
-           {block.number(record), block.place(record) + field.offset,
-            shown(field, bytes + field.offset, breach.expected), 0}});
-  }
-}
-
-void Validator::examine_line(const RecordBlock &block, const RecordBlock::Record &record) {
-  const std::size_t at = line_end_in(*record.type, block.record(record));
-  if (at == record.type->bytes) return;
-  found({record.type,
-         nullptr,
-         What::kLineLength,
-         "the end of a line stands inside the record",
-         {block.number(record), block.place(record) + at, "", 0}});
+std::vector<Finding> Validator::examine(const RecordBlock &block) const {
+  std::vector<Finding> findings;
+  Examiner examiner(*layout_, block, findings);
+  for (const RecordBlock::Record &record : block.records) examiner.look(record);
+  return findings;
 }
 
 void Validator::found(const Finding &finding) {
@@ -96,13 +122,8 @@ void Validator::found(const Finding &finding) {
   if (each_) each_(finding);
 }
 
-void Validator::add(const RecordBlock &block) {
-  for (const RecordBlock::Record &record : block.records) {
-    for (const Field &field : record.type->fields) examine(block, record, field);
-    for (const Field &field : record.type->fillers) examine(block, record, field);
-    if (!record.type->rules.empty()) examine_rules(block, record);
-    if (layout_->lines()) examine_line(block, record);
-  }
+void Validator::add(const RecordBlock &block, std::vector<Finding> findings) {
+  gathered_ = std::move(findings);
   records_ += block.records.size();
   for (const auto *list : {&block.faults, &block.notes}) {
     for (const StreamFault &fault : *list) {
@@ -110,10 +131,22 @@ void Validator::add(const RecordBlock &block) {
         ++skipped_;
         continue;
       }
-      found({nullptr, nullptr, fault.word, fault.what, {fault.record, fault.offset, "", 0}});
+      gathered_.push_back(
+          {nullptr, nullptr, fault.word, fault.what, {fault.record, fault.offset, "", 0}});
     }
   }
   rules_.add(block);
+  std::stable_sort(gathered_.begin(), gathered_.end(), [](const Finding &a, const Finding &b) {
+    return a.place.offset < b.place.offset;
+  });
+  for (const Finding &finding : gathered_) found(finding);
+  gathered_.clear();
+}
+
+void Validator::finish() {
+  rules_.finish();
+  for (const Finding &finding : gathered_) found(finding);
+  gathered_.clear();
 }
 
 std::string Validator::summary() const {

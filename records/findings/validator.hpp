@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "files/stream.hpp"
 #include "findings/finding_counts.hpp"
@@ -36,16 +37,22 @@ class Validator {
   Validator(const Validator &) = delete;
   Validator &operator=(const Validator &) = delete;
 
-  // What is told of every finding, in the order of the file but for those of whole blocks.
+  // What is told of every finding, in the order of the file; those that only the end of a lot or of
+  // the file tells come then.
   void each(std::function<void(const Finding &)> each) { each_ = std::move(each); }
 
   // Records of no kind are counted and no findings.
   void skip_unknown() { skip_unknown_ = true; }
 
-  void add(const RecordBlock &block);
+  // What the values of a block alone tell; any thread may ask.
+  std::vector<Finding> examine(const RecordBlock &block) const;
+
+  // The blocks of the file in their order, with what was told of each.
+  void add(const RecordBlock &block, std::vector<Finding> findings);
+  void add(const RecordBlock &block) { add(block, examine(block)); }
 
   // The file has ended.
-  void finish() { rules_.finish(); }
+  void finish();
 
   const FindingCounts &findings() const { return findings_; }
   std::uint64_t records() const { return records_; }
@@ -55,15 +62,13 @@ class Validator {
   std::string summary() const;
 
  private:
-  void examine(const RecordBlock &block, const RecordBlock::Record &record, const Field &field);
-  void examine_rules(const RecordBlock &block, const RecordBlock::Record &record);
-  void examine_line(const RecordBlock &block, const RecordBlock::Record &record);
   void found(const Finding &finding);
 
   const Layout *layout_;
   std::string file_;
   std::function<void(const Finding &)> each_;
   FindingCounts findings_;
+  std::vector<Finding> gathered_;  // of the block that is added
   FileRules rules_;
   std::uint64_t records_ = 0;
   bool skip_unknown_ = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "kinds/exact.hpp"
 #include "text/scan.hpp"
 
 namespace campotipo::records {
@@ -94,8 +95,41 @@ bool field_empty(const Field &field, const unsigned char *record) {
   return std::all_of(bytes, bytes + field.bytes, [](unsigned char byte) { return byte == 0; });
 }
 
+namespace {
+
+// The text of a field where no memory has to be asked for it, as is the case for most.
+class ShortText {
+ public:
+  ShortText(const Field &field, const unsigned char *record) {
+    const std::size_t room = field.type->room(field.params) + 1 + scan::kPadding;
+    if (room > sizeof short_) long_.resize(room);
+    char *text = long_.empty() ? short_ : long_.data();
+    char *end = field.type->put(text, record + field.offset, field.params);
+    std::memset(end, 0, 1 + scan::kPadding);
+    text_ = PaddedText::followed_by_padding(text, static_cast<std::size_t>(end - text));
+  }
+
+  PaddedText text() const { return text_; }
+
+ private:
+  char short_[256];
+  std::string long_;
+  PaddedText text_;
+};
+
+bool comes_back(const Field &field, const unsigned char *bytes, PaddedText text) {
+  unsigned char some[256] = {};
+  std::vector<unsigned char> many(field.bytes > sizeof some ? field.bytes : 0);
+  unsigned char *again = many.empty() ? some : many.data();
+  if (is_bit_area(*field.type)) std::copy_n(bytes, field.bytes, again);
+  field.type->take(again, text, field.params);
+  return std::memcmp(again, bytes, field.bytes) == 0;
+}
+
+}  // namespace
+
 bool field_absent(const Field &field, const unsigned char *record) {
-  return field_text(field, record).empty();
+  return ShortText(field, record).text().empty();
 }
 
 const char *field_fault(const Field &field, const unsigned char *record, What *what) {
@@ -103,18 +137,17 @@ const char *field_fault(const Field &field, const unsigned char *record, What *w
     if (what != nullptr) *what = word;
   };
   const unsigned char *bytes = record + field.offset;
+  const Look look = look_at(*field.type, bytes, field.params);
+  if (look == Look::kGood && field.check == nullptr) return nullptr;
   const char *fault = field.type->fault(bytes, field.params);
   set(What::kInvalid);
   if (fault != nullptr || is_fill(*field.type)) return fault;
-  const std::string text = field_text(field, record);
+  if (look == Look::kComesBack && field.check == nullptr) return nullptr;
+  const ShortText text(field, record);
   set(What::kCheckDigit);
-  if (field.check != nullptr && !holds(*field.check, text)) return field.check->fault;
-  std::vector<unsigned char> again(field.bytes);
-  if (is_bit_area(*field.type)) std::copy_n(bytes, field.bytes, again.begin());
-  field.type->take(again.data(), PaddedString(text).text(), field.params);
+  if (field.check != nullptr && !holds(*field.check, text.text().view())) return field.check->fault;
   set(What::kNotCanonical);
-  if (std::equal(again.begin(), again.end(), bytes)) return nullptr;
-  return "does not come back from its text";
+  return comes_back(field, bytes, text.text()) ? nullptr : "does not come back from its text";
 }
 
 }  // namespace campotipo::records

@@ -75,14 +75,16 @@ bool obeys(const RecordType &type, const FieldRules &rules, const unsigned char 
     if (has_form(field, record, rules.values[0].stored)) return true;
     return fail(breach, What::kConstant, "not the value that it always has", rules.values[0].text);
   }
-  if (field_absent(field, record)) {
+  const bool listed = std::any_of(rules.values.begin(), rules.values.end(), [&](const auto &value) {
+    return has_form(field, record, value.stored);
+  });
+  const bool looks = rules.required || !rules.values.empty() || !rules.least.empty() ||
+                     !rules.greatest.empty() || rules.check_by != FieldRules::kNone;
+  if (!listed && looks && field_absent(field, record)) {
     if (!rules.required) return true;
     return fail(breach, What::kRequired, "has no value, and must have one");
   }
-  const bool known = rules.values.empty() ||
-                     std::any_of(rules.values.begin(), rules.values.end(), [&](const auto &value) {
-                       return has_form(field, record, value.stored);
-                     });
+  const bool known = rules.values.empty() || listed;
   if (!known) return fail(breach, What::kNotAllowed, "none of the values that it may have");
   if (!rules.least.empty() && order(field, record, rules.least) < 0) {
     return fail(breach, What::kOutOfRange, "less than " + text_of(field, rules.least));

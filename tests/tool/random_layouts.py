@@ -163,9 +163,16 @@ class Layout:
             self.charset = "ISO-8859-1"
         self.parcela = parcela_decimals
         self.line("parcela_decimals", parcela_decimals)
-        self.header, self.trailer = self.margin("header"), self.margin("trailer")
+        self.header = self.trailer = self.end = b""
         self.prefix = None
-        if random.random() < 0.3:
+        self.chosen = list(types)
+        if random.random() < 0.25:
+            self.end = random.choice([b"\n", b"\r\n"])
+            self.line("line_end", "crlf" if b"\r" in self.end else "lf")
+            self.chosen = list(CHARACTERS)
+        else:
+            self.header, self.trailer = self.margin("header"), self.margin("trailer")
+        if not self.end and random.random() < 0.3:
             self.prefix = (random.choice([2, 3, 8]), random.choice(["little", "big"]),
                            random.random() < 0.5)
             self.lines.append('length = { bytes = %d, order = "%s", counts_itself = %s }' %
@@ -176,7 +183,7 @@ class Layout:
             self.fields(self.kinds[0], "field", (), "", 0, 0, 6)
             if not self.kinds[0].leaves:
                 self.lines += ["[[field]]", 'name = "only"']
-                self.value(self.kinds[0], ("only",), "", random.choice(list(types)))
+                self.value(self.kinds[0], ("only",), "", random.choice(self.chosen))
         else:
             self.several()
         self.columns = list(dict.fromkeys(leaf.column for k in self.kinds for leaf in k.leaves))
@@ -208,7 +215,8 @@ class Layout:
         random = self.random
         self.tells = [("sel" + self.name(),), ("sub" + self.name(),)][:random.randint(1, 2)]
         self.kinds = []
-        kinds_of = [random.choice(["BIN1", "BIN2", "CODSTR"]) for _ in self.tells]
+        kinds_of = [random.choice(["CODSTR"] if self.end else ["BIN1", "BIN2", "CODSTR"])
+                    for _ in self.tells]
         values = random.sample(range(10, 90), 12)
         shared = random.sample(range(10, 90), 2)
         lead = random.randint(0, 3)
@@ -261,7 +269,7 @@ class Layout:
                 places = list(range(random.randint(1, 3)))
                 self.line("count", len(places))
             group = choice < 0.25 and depth < 3
-            told = random.choice(list(self.types))
+            told = random.choice(self.chosen)
             begin, state = len(self.lines), random.getstate()
             for place in places:
                 # Each place is made from the same random numbers, and its lines stand once.
@@ -276,7 +284,8 @@ class Layout:
 
     def fill(self, kind):
         self.line("type", "fill")
-        content = self.random.randbytes(self.random.randint(1, 3))
+        content = (bytes(self.random.choices(b" 0x", k=self.random.randint(1, 3))) if self.end else
+                   self.random.randbytes(self.random.randint(1, 3)))
         if self.random.random() < 0.5:
             self.line("hex", content.hex())
         else:
@@ -459,7 +468,7 @@ class Layout:
             if self.prefix:
                 size, order, itself = self.prefix
                 out.append((len(record) + size * itself).to_bytes(size, order))
-            out.append(record)
+            out.append(record + self.end)
         return b"".join(out) + self.trailer
 
 

@@ -1,6 +1,8 @@
 #include <memory>
 
 #include "commands/commands.hpp"
+#include "commands/numbers.hpp"
+#include "commands/pipeline.hpp"
 #include "files/input.hpp"
 #include "findings/validator.hpp"
 #include "layout/ready.hpp"
@@ -28,6 +30,12 @@ struct Request {
   bool json = false;
   bool all = false;
   bool skip_unknown = false;
+  int jobs = 1;
+};
+
+struct Block {
+  RecordBlock in;
+  std::vector<Finding> findings;
 };
 
 std::string where(const Location &place) {
@@ -58,14 +66,18 @@ void write_findings(const Validator &validator, Output &output) {
   output.write("\n");
 }
 
-void examine(Input &input, const Layout &layout, Validator &validator) {
+// Values are looked at one by one, in any thread; what follows from others, in their order.
+void examine(const Request &request, Input &input, const Layout &layout, Validator &validator) {
   Progress progress("check", input.size());
   RecordStream stream(input, layout);
-  RecordBlock block;
-  while (stream.read(block)) {
-    validator.add(block);
-    progress.at(block.offset + block.size(), validator.records());
-  }
+  Pipeline<Block>(
+      request.jobs, [&](Block &block) { return stream.read(block.in); },
+      [&](Block &block) { block.findings = validator.examine(block.in); },
+      [&](Block &block) {
+        validator.add(block.in, std::move(block.findings));
+        progress.at(block.in.offset + block.in.size(), validator.records());
+      })
+      .run();
   validator.finish();
 }
 
@@ -75,7 +87,7 @@ void check_all(const Request &request, Input &input, const Layout &layout, Outpu
   if (request.json) {
     validator.each(
         [&](const Finding &finding) { output.write(finding.json(layout, input.name())); });
-    return examine(input, layout, validator);
+    return examine(request, input, layout, validator);
   }
   AlignedTable table({{"record", true}, {"byte", true}, {"field"}, {"what is wrong"}, {"value"}},
                      output);
@@ -84,7 +96,7 @@ void check_all(const Request &request, Input &input, const Layout &layout, Outpu
     table.add({place.record == 0 ? "" : std::to_string(place.record), std::to_string(place.offset),
                finding.label(layout), finding.text, place.value});
   });
-  examine(input, layout, validator);
+  examine(request, input, layout, validator);
   if (!validator.findings().empty()) {
     table.finish();
     output.write("\n");
@@ -101,7 +113,7 @@ int check(const Request &request) {
   if (request.all) {
     check_all(request, input, layout, output, validator);
   } else {
-    examine(input, layout, validator);
+    examine(request, input, layout, validator);
     if (request.json) {
       output.write(validator.json());
     } else {
@@ -126,6 +138,8 @@ void add_check(CLI::App &app, Action &action) {
   command->add_flag("--skip-unknown", request->skip_unknown,
                     "Pass over records of no kind, and count them");
   command->add_flag("--all", request->all, "Every place, not the first ones of each finding");
+  command->add_option("--jobs", request->jobs, "Processors to use; the order stays")
+      ->transform(whole_number(1, 256));
   command->footer(kExample);
   command->callback([&action, request] { action = [request] { return check(*request); }; });
 }

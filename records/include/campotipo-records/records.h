@@ -195,7 +195,8 @@ typedef struct campotipo_range {
   size_t size;    /* sizeof(struct campotipo_range) */
   uint64_t first; /* number of the first, from 1; 0: 1 */
   uint64_t count; /* how many; 0: to the end */
-  uint64_t byte;  /* as campotipo_splits tells it: where the first stands, and for a part of a file of
+  uint64_t
+      byte; /* as campotipo_splits tells it: where the first stands, and for a part of a file of
                      lines a mark of its beginning; 0: not told */
 } campotipo_range;
 
