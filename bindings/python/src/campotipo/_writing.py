@@ -92,10 +92,11 @@ def _table(layout: Layout, kind: str | None, rows: Iterable[dict[str, Any]]) -> 
         raise Error("rows of dicts need pyarrow; frames and tables do not") from None
     schema = pyarrow.schema(open_records(layout, b"", kind, wide="decimal256"))
     names = set(schema.names) | {"_file", "_fault"}
+    each = iter(rows)  # what is none is told at once
 
     def batches() -> Iterator[Any]:
         some: list[dict[str, Any]] = []
-        for number, row in enumerate(rows, 1):
+        for number, row in enumerate(each, 1):
             if not names.issuperset(row):
                 unknown = min(set(row) - names)
                 raise Error(f"row {number}: {unknown!r} is no column of {layout.kind(kind).name}")
