@@ -1,6 +1,7 @@
 #include "columns/arrow.hpp"
 
 #include <array>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -92,13 +93,18 @@ void make_array(const ColumnType &type, ColumnValues values, std::size_t rows, A
   finish(std::move(owned), out);
 }
 
+std::vector<TableColumn> columns_of(const ColumnPlan &plan) {
+  std::vector<TableColumn> columns;
+  for (const PlannedColumn &column : plan.columns) columns.push_back({column.name, column.type});
+  return columns;
+}
+
 }  // namespace
 
-void export_schema(const ColumnPlan &plan, ArrowSchema *out) {
-  Guard<OwnedSchema> table(plan.columns.size());
-  for (std::size_t i = 0; i < plan.columns.size(); ++i) {
-    const PlannedColumn &column = plan.columns[i];
-    make_schema(column.type.arrow(), column.name, &table.owned->children[i]);
+void export_schema(const std::vector<TableColumn> &columns, ArrowSchema *out) {
+  Guard<OwnedSchema> table(columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    make_schema(columns[i].type.arrow(), columns[i].name, &table.owned->children[i]);
   }
   table.owned->format = "+s";
   *out = {};
@@ -107,20 +113,60 @@ void export_schema(const ColumnPlan &plan, ArrowSchema *out) {
   finish(std::move(table.owned), out);
 }
 
-void export_batch(Batch &batch, ArrowArray *out) {
-  const ColumnPlan &plan = batch.plan();
-  Guard<OwnedArray> table(plan.columns.size());
-  batch.columns().resize(plan.columns.size());
-  for (std::size_t i = 0; i < plan.columns.size(); ++i) {
-    make_array(plan.columns[i].type, std::move(batch.columns()[i]), batch.rows(),
-               &table.owned->children[i]);
+void export_schema(const ColumnPlan &plan, ArrowSchema *out) {
+  export_schema(columns_of(plan), out);
+}
+
+void export_table(const std::vector<TableColumn> &columns, std::vector<ColumnValues> values,
+                  std::size_t rows, ArrowArray *out) {
+  Guard<OwnedArray> table(columns.size());
+  values.resize(columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    make_array(columns[i].type, std::move(values[i]), rows, &table.owned->children[i]);
   }
   *out = {};
-  out->length = static_cast<std::int64_t>(batch.rows());
+  out->length = static_cast<std::int64_t>(rows);
   out->n_buffers = 1;
   out->buffers = table.owned->buffers.data();
   finish(std::move(table.owned), out);
+}
+
+void export_batch(Batch &batch, ArrowArray *out) {
+  export_table(columns_of(batch.plan()), std::move(batch.columns()), batch.rows(), out);
   batch.clear();
+}
+
+namespace {
+
+// The value behind the last row; bits are there from the first null on.
+void append_validity(ColumnValues &values, std::size_t rows, bool valid) {
+  if (valid && values.nulls == 0) return;
+  char *bits = values.validity.reserve(rows / 8 + 1);
+  if (values.nulls == 0) std::memset(bits, 0xFF, rows / 8 + 1);
+  const auto bit = static_cast<char>(1 << rows % 8);
+  if (rows % 8 == 0) bits[rows / 8] = 0;
+  bits[rows / 8] = static_cast<char>(valid ? bits[rows / 8] | bit : bits[rows / 8] & ~bit);
+  values.nulls += valid ? 0 : 1;
+}
+
+}  // namespace
+
+void append_number(ColumnValues &values, std::size_t rows, std::optional<std::int64_t> number) {
+  const std::int64_t value = number.value_or(0);
+  std::memcpy(values.values.reserve(8 * (rows + 1)) + 8 * rows, &value, sizeof value);
+  append_validity(values, rows, number.has_value());
+}
+
+void append_text(ColumnValues &values, std::size_t rows, std::optional<std::string_view> text) {
+  auto *ends = reinterpret_cast<std::int32_t *>(values.values.reserve(4 * (rows + 2)));
+  if (rows == 0) ends[0] = 0;
+  if (text && !text->empty()) {
+    std::memcpy(values.text.reserve(values.text_size + text->size()) + values.text_size,
+                text->data(), text->size());
+    values.text_size += text->size();
+  }
+  ends[rows + 1] = static_cast<std::int32_t>(values.text_size);
+  append_validity(values, rows, text.has_value());
 }
 
 }  // namespace campotipo::records

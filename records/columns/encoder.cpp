@@ -6,7 +6,6 @@
 
 #include "errors/error.hpp"
 #include "findings/finding_counts.hpp"
-#include "rows/loader.hpp"
 #include "rules/field_rules.hpp"
 #include "text/nearest.hpp"
 
@@ -81,120 +80,94 @@ void Encoder::match(const ArrowSchema &schema, const std::vector<std::string> &i
     const Field &field = kind_->fields[place];
     stored_[place] = true;
     fields_.emplace_back(field, InputColumn(child, *array_->children[i], name), names_.size(),
-                         empty_of(field));
+                         empty_of(field), hole_of(field));
     names_.push_back(name);
   }
 }
 
-// The stored form of no value: where there is one form that the field has to have, that.
+// The stored form of no value: what has one form alone is filled.
 std::string Encoder::empty_of(const Field &field) const {
-  if (const std::string *constant = constant_of(*kind_, field)) return *constant;
+  const std::string *constant = constant_of(*kind_, field);
+  if (constant != nullptr) return *constant;
   std::string stored(field.bytes, '\0');
   field.type->take(reinterpret_cast<unsigned char *>(stored.data()), PaddedText(), field.params);
   return stored;
 }
 
+const FieldRules *Encoder::hole_of(const Field &field) const {
+  if (constant_of(*kind_, field) != nullptr) return nullptr;
+  const FieldRules *rules = rules_of(*kind_, field);
+  return rules != nullptr && rules->follows() ? rules : nullptr;
+}
+
 void Encoder::make_blank() {
-  const std::string prefix = length_prefix(*layout_, *kind_);
-  in_front_ = prefix.size();
-  blank_ = prefix + std::string(kind_->bytes, '\0') + line_end(*layout_);
-  auto *record = reinterpret_cast<unsigned char *>(blank_.data()) + in_front_;
-  for (const Field &filler : kind_->fillers) {
-    std::copy(filler.params.fill.begin(), filler.params.fill.end(), record + filler.offset);
-  }
+  blank_ = BlankRecord(*layout_, *kind_);
+  auto *record = reinterpret_cast<unsigned char *>(blank_.bytes.data()) + blank_.before;
   for (std::size_t i = 0; i < kind_->fields.size(); ++i) {
     if (stored_[i]) continue;
     const Field &field = kind_->fields[i];
-    add_stored(record + field.offset, empty_of(field));
-    const FieldRules *rules = rules_of(*kind_, field);
-    if (rules != nullptr && rules->follows()) missing_.push_back(rules);
-  }
-  for (const RecordType &type : layout_->types) {
-    for (const FieldRules &rules : type.rules) follows_ = follows_ || rules.follows();
+    put_stored(record + field.offset, empty_of(field));
+    if (hole_of(field) != nullptr) missing_.push_back(hole_of(field));
   }
 }
 
-// The fields whose values follow from other records, where the table has none.
-void Encoder::find_unfilled(EncodedBlock &block) const {
-  block.unfilled.clear();
-  if (!follows_) return;
-  for (std::size_t i = 0; i < block.rows; ++i) {
-    for (const FieldRules *rules : missing_) block.unfilled.holes.push_back({i, rules});
-    for (const FieldEncoder &encoder : fields_) {
-      const FieldRules *rules = rules_of(*kind_, encoder.field());
-      const bool hole = rules != nullptr && rules->follows() && !encoder.has_value(i);
-      if (hole) block.unfilled.holes.push_back({i, rules});
+// What ends a line inside a record would make two of it.
+void Encoder::look_at_line(std::size_t row, const unsigned char *record, EncodeNotes &notes) const {
+  const Field *field = field_with_line_end(*layout_, *kind_, record);
+  if (field == nullptr) return;
+  const auto column = std::find(names_.begin(), names_.end(), field->flat) - names_.begin();
+  notes.lost.push_back({row, static_cast<std::size_t>(column), "holds the end of a line",
+                        field_text(*field, record)});
+}
+
+// What the records as a whole are, and where values have to be filled in.
+void Encoder::look_at(EncodedBlock &block, EncodeNotes &notes, std::uint64_t before) const {
+  const std::size_t size = blank_.bytes.size();
+  const bool follows = std::any_of(layout_->types.begin(), layout_->types.end(), has_followers);
+  const auto *record =
+      reinterpret_cast<const unsigned char *>(block.records.view().data()) + blank_.before;
+  for (std::size_t i = 0; i < block.rows; ++i, record += size) {
+    if (follows) {
+      block.made.push_back({i * size + blank_.before, kind_});
+      for (const FieldRules *rules : missing_) notes.holes.push_back({i, rules});
     }
-    block.unfilled.made.push_back({i * blank_.size() + in_front_, kind_});
-  }
-}
-
-// Tells which field is not as the kind has it.
-void Encoder::contradict(const unsigned char *record, std::uint64_t number) const {
-  std::string field;
-  std::string what = "the values do not tell the kind \"" + kind_->name + "\"";
-  for (const Field &each : kind_->fields) {
-    const std::string *constant = constant_of(*kind_, each);
-    const auto *condition = condition_of(*kind_, each);
-    const bool fits = condition != nullptr
-                          ? kind_->holds(*condition, record)
-                          : constant == nullptr || has_form(each, record, *constant);
-    if (fits) continue;
-    field = each.flat;
-    what = "field " + field + ": \"" + shortened(field_text(each, record)) + "\" " +
-           (condition != nullptr ? "does not tell the kind \"" + kind_->name + "\""
-                                 : "is not the value that it always has");
-    break;
-  }
-  Error error(ErrorCode::kRecord, "record " + std::to_string(number) + ": " + what);
-  error.record = number;
-  error.kind = kind_->name;
-  error.field = field;
-  throw error;
-}
-
-void Encoder::check_kind(const EncodedBlock &block, std::uint64_t before) const {
-  const bool told = layout_->several() || !kind_->when.empty();
-  std::vector<const FieldRules *> constants;
-  for (const FieldRules &rules : kind_->rules) {
-    if (rules.constant) constants.push_back(&rules);
-  }
-  if (!told && constants.empty() && !layout_->lines()) return;
-  const auto *at = reinterpret_cast<const unsigned char *>(block.records.view().data());
-  for (std::size_t i = 0; i < block.rows; ++i, at += blank_.size()) {
-    const unsigned char *record = at + in_front_;
-    const std::uint64_t number = before + i + 1;
-    const bool fits = std::all_of(constants.begin(), constants.end(), [&](const auto *rules) {
-      return has_form(kind_->fields[rules->field], record, rules->values[0].stored);
-    });
-    if (!fits || layout_->type_of(record, kind_->bytes) != kind_) contradict(record, number);
-    if (!layout_->lines() || line_end_in(*kind_, record) == kind_->bytes) continue;
-    Error error(ErrorCode::kRecord,
-                "record " + std::to_string(number) + ": a value holds the end of a line");
-    error.record = number;
+    look_at_line(i, record, notes);
+    const std::string wrong = contradiction(
+        *layout_, *kind_, record, [&](const Field &field) { return field_text(field, record); });
+    if (wrong.empty()) continue;
+    Error error(ErrorCode::kRecord, "record " + std::to_string(before + i + 1) + ": " + wrong);
+    error.record = before + i + 1;
     error.kind = kind_->name;
     throw error;
   }
 }
 
 bool Encoder::next(EncodedBlock &block, std::uint64_t before) {
+  const std::size_t size = blank_.bytes.size();
   block.records.clear();
-  block.lost.clear();
+  block.made.clear();
   const auto left = static_cast<std::size_t>(array_->length - done_);
-  const std::size_t most = std::clamp<std::size_t>(kBlockBytes / blank_.size(), 1, kMostRows);
-  block.rows = std::min(left, most);
+  block.rows = std::min(left, std::clamp<std::size_t>(kBlockBytes / size, 1, kMostRows));
   if (block.rows == 0) return false;
-  const std::size_t size = blank_.size();
   char *out = block.records.reserve(block.rows * size);
-  for (std::size_t i = 0; i < block.rows; ++i) std::memcpy(out + i * size, blank_.data(), size);
+  for (std::size_t i = 0; i < block.rows; ++i) {
+    std::memcpy(out + i * size, blank_.bytes.data(), size);
+  }
   block.records.end(out + block.rows * size);
   const EncodeRows rows = {array_->offset + done_, block.rows,
-                           reinterpret_cast<unsigned char *>(out) + in_front_, size};
-  for (FieldEncoder &field : fields_) field.run(rows, block.lost);
-  std::stable_sort(block.lost.begin(), block.lost.end(),
-                   [](const EncodeLoss &a, const EncodeLoss &b) { return a.row < b.row; });
-  check_kind(block, before);
-  find_unfilled(block);
+                           reinterpret_cast<unsigned char *>(out) + blank_.before, size};
+  EncodeNotes notes;
+  for (FieldEncoder &field : fields_) field.run(rows, notes);
+  // A layout of one kind that asks nothing of a record as a whole takes each.
+  if (layout_->lines() || layout_->several() || !kind_->when.empty() || !kind_->rules.empty()) {
+    look_at(block, notes, before);
+  }
+  std::stable_sort(notes.lost.begin(), notes.lost.end(),
+                   [](const auto &a, const auto &b) { return a.row < b.row; });
+  std::stable_sort(notes.holes.begin(), notes.holes.end(),
+                   [](const auto &a, const auto &b) { return a.record < b.record; });
+  block.lost = std::move(notes.lost);
+  block.holes = std::move(notes.holes);
   done_ += static_cast<std::int64_t>(block.rows);
   return true;
 }

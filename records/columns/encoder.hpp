@@ -7,17 +7,14 @@
 
 #include "columns/field_encoder.hpp"
 #include "layout/layout.hpp"
-#include "rows/buffer.hpp"
-#include "rows/unfilled.hpp"
+#include "rows/made_records.hpp"
 
 namespace campotipo::records {
 
 // Records of some rows of a table, as they stand in a file.
-struct EncodedBlock {
-  Buffer records;
+struct EncodedBlock : MadeRecords {
   std::size_t rows = 0;
   std::vector<EncodeLoss> lost;  // by row, then by column
-  Unfilled unfilled;
 };
 
 // Turns the rows of a table into records of one kind: the columns are matched with the fields by
@@ -40,9 +37,9 @@ class Encoder {
   void match(const ArrowSchema &schema, const std::vector<std::string> &ignored);
   void make_blank();
   std::string empty_of(const Field &field) const;
-  void check_kind(const EncodedBlock &block, std::uint64_t before) const;
-  [[noreturn]] void contradict(const unsigned char *record, std::uint64_t number) const;
-  void find_unfilled(EncodedBlock &block) const;
+  const FieldRules *hole_of(const Field &field) const;
+  void look_at(EncodedBlock &block, EncodeNotes &notes, std::uint64_t before) const;
+  void look_at_line(std::size_t row, const unsigned char *record, EncodeNotes &notes) const;
 
   const Layout *layout_;
   const RecordType *kind_;
@@ -50,10 +47,8 @@ class Encoder {
   std::vector<std::string> names_;
   std::vector<FieldEncoder> fields_;
   std::vector<bool> stored_;                 // by field of the kind
-  std::vector<const FieldRules *> missing_;  // that follow from other records, without a column
-  bool follows_ = false;                     // some kind has values that do
-  std::string blank_;
-  std::size_t in_front_ = 0;  // bytes of a record in front of its fields
+  std::vector<const FieldRules *> missing_;  // of fields that have no column
+  BlankRecord blank_;
   std::int64_t done_ = 0;
 };
 

@@ -74,15 +74,13 @@ bool comes_back(const Field &field, const std::string &bytes, std::int64_t value
 
 }  // namespace
 
-void add_stored(unsigned char *field, const std::string &stored) {
-  for (std::size_t i = 0; i < stored.size(); ++i) {
-    field[i] = static_cast<unsigned char>(field[i] | static_cast<unsigned char>(stored[i]));
-  }
-}
-
 FieldEncoder::FieldEncoder(const Field &field, InputColumn column, std::size_t number,
-                           std::string empty)
-    : field_(&field), column_(std::move(column)), number_(number), empty_(std::move(empty)) {
+                           std::string empty, const FieldRules *hole)
+    : field_(&field),
+      column_(std::move(column)),
+      number_(number),
+      empty_(std::move(empty)),
+      hole_(hole) {
   empty_is_zeros_ = std::all_of(empty_.begin(), empty_.end(), [](char c) { return c == '\0'; });
   if (!may_hold(*field.type, column_.type().form)) {
     throw Error(ErrorCode::kArgument, "column " + column_.name() + ": " + column_.type().name +
@@ -98,33 +96,32 @@ bool FieldEncoder::is_number() const {
   return form == InputForm::kBool || form == InputForm::kInteger || form == InputForm::kDecimal;
 }
 
-void FieldEncoder::run(const EncodeRows &rows, std::vector<EncodeLoss> &lost) {
+void FieldEncoder::run(const EncodeRows &rows, EncodeNotes &notes) {
   places_.resize(rows.count);
   marks_.resize(rows.count);
   const bool any_null = column_.locate(rows.from, places_, marks_.data());
-  if (any_null && !empty_is_zeros_) put_empty(rows);
+  if (any_null && (!empty_is_zeros_ || hole_ != nullptr)) {
+    for (std::size_t i = 0; i < rows.count; ++i) {
+      if (marks_[i] == kHasNone) put_empty(rows, i, notes);
+    }
+  }
   if (any_null && std::memchr(marks_.data(), kHasValue, rows.count) == nullptr) return;
   if (column_.type().form == InputForm::kText) {
-    run_texts(rows, lost);
+    run_texts(rows, notes);
   } else if (is_number()) {
-    run_numbers(rows, lost);
+    run_numbers(rows, notes);
   } else {
-    run_moments(rows, lost);
+    run_moments(rows, notes);
   }
 }
 
-void FieldEncoder::put_empty(const EncodeRows &rows) {
-  for (std::size_t i = 0; i < rows.count; ++i) {
-    if (marks_[i] == kHasNone) add_stored(rows.records + i * rows.stride + field_->offset, empty_);
-  }
+void FieldEncoder::put_empty(const EncodeRows &rows, std::size_t row, EncodeNotes &notes) const {
+  put_stored(rows.records + row * rows.stride + field_->offset, empty_);
+  if (hole_ != nullptr) notes.holes.push_back({row, hole_});
 }
 
 // A text of another program has nothing behind it that may be read.
 const char *FieldEncoder::take(unsigned char *field, std::string_view text) {
-  if (text.empty()) {
-    add_stored(field, empty_);
-    return nullptr;
-  }
   const std::size_t room = text.size() + 1 + scan::kPadding;
   if (padded_.size() < room) padded_.resize(2 * room);
   std::memcpy(padded_.data(), text.data(), text.size());
@@ -134,14 +131,18 @@ const char *FieldEncoder::take(unsigned char *field, std::string_view text) {
   return std::memchr(text.data(), 0, text.size()) == nullptr ? what : kNul;
 }
 
-void FieldEncoder::run_texts(const EncodeRows &rows, std::vector<EncodeLoss> &lost) {
+void FieldEncoder::run_texts(const EncodeRows &rows, EncodeNotes &notes) {
   texts_.resize(rows.count);
   column_.texts(places_, marks_.data(), texts_.data());
   unsigned char *field = rows.records + field_->offset;
   for (std::size_t i = 0; i < rows.count; ++i, field += rows.stride) {
     if (marks_[i] != kHasValue) continue;
+    if (texts_[i].empty()) {
+      put_empty(rows, i, notes);
+      continue;
+    }
     const char *what = take(field, texts_[i]);
-    if (what != nullptr) lost.push_back({i, number_, what, std::string(texts_[i])});
+    if (what != nullptr) notes.lost.push_back({i, number_, what, std::string(texts_[i])});
   }
 }
 
@@ -171,7 +172,7 @@ std::string FieldEncoder::number_text(std::size_t row) const {
 }
 
 // Numbers that the field does not hold as they are go through their texts, which tell what is lost.
-void FieldEncoder::run_numbers(const EncodeRows &rows, std::vector<EncodeLoss> &lost) {
+void FieldEncoder::run_numbers(const EncodeRows &rows, EncodeNotes &notes) {
   const FieldPlaces fields = {rows.records + field_->offset, rows.stride, &field_->params};
   const int scale = column_.type().scale;
   const int wanted = field_->params.decimals;
@@ -193,7 +194,7 @@ void FieldEncoder::run_numbers(const EncodeRows &rows, std::vector<EncodeLoss> &
     unsigned char *field = fields.first + i * rows.stride;
     std::string text = number_text(i);
     const char *what = take(field, text);
-    if (what != nullptr) lost.push_back({i, number_, what, std::move(text)});
+    if (what != nullptr) notes.lost.push_back({i, number_, what, std::move(text)});
   }
 }
 
@@ -230,7 +231,7 @@ void FieldEncoder::store_moment(Stored &stored, std::int64_t value) const {
   if (stored.what != nullptr) stored.bytes = empty_;
 }
 
-void FieldEncoder::run_moments(const EncodeRows &rows, std::vector<EncodeLoss> &lost) {
+void FieldEncoder::run_moments(const EncodeRows &rows, EncodeNotes &notes) {
   narrow_.resize(rows.count);
   moments_.resize(kMoments);
   column_.numbers(places_, narrow_.data());
@@ -244,7 +245,7 @@ void FieldEncoder::run_moments(const EncodeRows &rows, std::vector<EncodeLoss> &
     if (!stored.known || stored.value != value) store_moment(stored, value);
     std::memcpy(field, stored.bytes.data(), stored.bytes.size());
     if (stored.what != nullptr) {
-      lost.push_back({i, number_, stored.what, decimal_text(Int128{value}, 0)});
+      notes.lost.push_back({i, number_, stored.what, decimal_text(Int128{value}, 0)});
     }
   }
 }

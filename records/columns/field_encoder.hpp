@@ -8,6 +8,7 @@
 #include "columns/arrow_input.hpp"
 #include "columns/encode_numbers.hpp"
 #include "layout/layout.hpp"
+#include "rows/made_records.hpp"
 
 namespace campotipo::records {
 
@@ -27,22 +28,22 @@ struct EncodeRows {
   std::size_t stride = 0;
 };
 
-// Puts a stored form into a field of zeros; parts of a bit area leave those that share its bytes.
-void add_stored(unsigned char *field, const std::string &stored);
+// What becomes of the rows of a block beside their bytes.
+struct EncodeNotes {
+  std::vector<EncodeLoss> lost;
+  std::vector<MadeRecords::Hole> holes;  // `record` is the row
+};
 
 // Puts the values of a column into a field, with what is lost as rows of texts lose it.
 class FieldEncoder {
  public:
-  // empty: the stored form of no value. Throws an Error for a type that the field never holds.
-  FieldEncoder(const Field &field, InputColumn column, std::size_t number, std::string empty);
+  // number: of the column in the table; empty: the stored form of no value; hole: the rules by which
+  // another value is filled in later, or null. Throws an Error for a type that the field never holds.
+  FieldEncoder(const Field &field, InputColumn column, std::size_t number, std::string empty,
+               const FieldRules *hole);
 
-  void run(const EncodeRows &rows, std::vector<EncodeLoss> &lost);
+  void run(const EncodeRows &rows, EncodeNotes &notes);
   const std::string &name() const { return column_.name(); }
-
-  const Field &field() const { return *field_; }
-
-  // Whether the column has a value in this one of the rows that were run last.
-  bool has_value(std::size_t row) const { return marks_[row] == kHasValue; }
 
  private:
   // What a day or time became: they come in runs, and few of them are different.
@@ -54,12 +55,12 @@ class FieldEncoder {
   };
 
   bool is_number() const;
-  void put_empty(const EncodeRows &rows);
-  void run_texts(const EncodeRows &rows, std::vector<EncodeLoss> &lost);
-  void run_numbers(const EncodeRows &rows, std::vector<EncodeLoss> &lost);
+  void put_empty(const EncodeRows &rows, std::size_t row, EncodeNotes &notes) const;
+  void run_texts(const EncodeRows &rows, EncodeNotes &notes);
+  void run_numbers(const EncodeRows &rows, EncodeNotes &notes);
   void load_numbers();
   std::string number_text(std::size_t row) const;
-  void run_moments(const EncodeRows &rows, std::vector<EncodeLoss> &lost);
+  void run_moments(const EncodeRows &rows, EncodeNotes &notes);
   void store_moment(Stored &stored, std::int64_t value) const;
   const char *moment_text(std::int64_t value, std::string &text) const;
   const char *take(unsigned char *field, std::string_view text);
@@ -68,6 +69,7 @@ class FieldEncoder {
   InputColumn column_;
   std::size_t number_;
   std::string empty_;
+  const FieldRules *hole_;
   bool empty_is_zeros_;
   StoreNumbers<std::int64_t> store64_ = nullptr;
   StoreNumbers<Int128> store128_ = nullptr;

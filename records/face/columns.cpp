@@ -1,11 +1,11 @@
 #include <campotipo-records/records.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "columns/arrow.hpp"
 #include "columns/plan.hpp"
+#include "face/arrow_stream.hpp"
 #include "face/errors.hpp"
 #include "face/objects.hpp"
 
@@ -52,8 +52,8 @@ StreamOptions options_of(const campotipo_stream_options *options) {
   return made;
 }
 
-// A stream of batches: what stands behind the callbacks of the Arrow interface.
-class Stream {
+// The records of a kind as batches.
+class Stream : public ArrowStream {
  public:
   Stream(const StreamOptions &options, campotipo_reader &reader)
       : plan_(column_plan(*reader.layout, options.columns)),
@@ -62,29 +62,16 @@ class Stream {
 
   void own(campotipo_reader *reader) { reader_.reset(reader); }
 
-  // The plan is pointed to by the batch.
-  Stream(const Stream &) = delete;
-  Stream &operator=(const Stream &) = delete;
-
-  int schema(ArrowSchema *out) {
-    return watched([&] { export_schema(plan_, out); });
-  }
-
-  // A released structure stands for the end.
-  int next(ArrowArray *out) {
-    return watched([&] {
-      *out = {};
-      while (batch_.rows() < batch_rows_ && !batch_.full() && (taken_ < rows_.size() || gather())) {
-        take(std::min(rows_.size() - taken_, batch_rows_ - batch_.rows()));
-      }
-      if (batch_.rows() != 0) export_batch(batch_, out);
-    });
-  }
-
-  const char *last_error() const { return last_.status == CAMPOTIPO_OK ? nullptr : last_.text; }
-  const campotipo_error &last() const { return last_; }
-
  private:
+  void make_schema(ArrowSchema *out) override { export_schema(plan_, out); }
+
+  void make_next(ArrowArray *out) override {
+    while (batch_.rows() < batch_rows_ && !batch_.full() && (taken_ < rows_.size() || gather())) {
+      take(std::min(rows_.size() - taken_, batch_rows_ - batch_.rows()));
+    }
+    if (batch_.rows() != 0) export_batch(batch_, out);
+  }
+
   // The records of the kind in the next block; false at the end.
   bool gather() {
     rows_.clear();
@@ -109,18 +96,6 @@ class Stream {
     taken_ += count;
   }
 
-  template <class Work>
-  int watched(Work work) noexcept {
-    last_ = {};
-    last_.size = sizeof last_;
-    const campotipo_status status = guarded(&last_, [&] {
-      work();
-      return CAMPOTIPO_OK;
-    });
-    if (status == CAMPOTIPO_OK) return 0;
-    return status == CAMPOTIPO_MEMORY ? ENOMEM : status == CAMPOTIPO_INPUT ? EIO : EINVAL;
-  }
-
   ColumnPlan plan_;
   std::size_t batch_rows_;
   Batch batch_;
@@ -128,28 +103,7 @@ class Stream {
   std::vector<const unsigned char *> rows_;
   std::vector<std::uint64_t> numbers_;
   std::size_t taken_ = 0;
-  campotipo_error last_ = {};
 };
-
-Stream &stream_of(ArrowArrayStream *stream) { return *static_cast<Stream *>(stream->private_data); }
-
-void release(ArrowArrayStream *stream) {
-  delete &stream_of(stream);
-  stream->release = nullptr;
-}
-
-void fill_callbacks(Stream *stream, ArrowArrayStream *out) {
-  *out = {};
-  out->get_schema = [](ArrowArrayStream *self, ArrowSchema *schema) {
-    return stream_of(self).schema(schema);
-  };
-  out->get_next = [](ArrowArrayStream *self, ArrowArray *array) {
-    return stream_of(self).next(array);
-  };
-  out->get_last_error = [](ArrowArrayStream *self) { return stream_of(self).last_error(); };
-  out->release = release;
-  out->private_data = stream;
-}
 
 // Bytes of states to bits, a value or a fault a one.
 void set_bits(std::uint8_t *bits, const std::vector<std::uint8_t> &states, bool faults) {
@@ -254,7 +208,7 @@ campotipo_status campotipo_stream(campotipo_reader *reader, const campotipo_stre
     const face::StreamOptions told = face::options_of(options);
     auto stream = std::make_unique<face::Stream>(told, *reader);
     stream->own(reader);
-    face::fill_callbacks(stream.release(), out);
+    face::hand_over(std::move(stream), out);
     return CAMPOTIPO_OK;
   });
 }
@@ -262,12 +216,11 @@ campotipo_status campotipo_stream(campotipo_reader *reader, const campotipo_stre
 campotipo_status campotipo_stream_error(const struct ArrowArrayStream *stream,
                                         campotipo_error *error) {
   return face::guarded(nullptr, [&] {
-    if (stream == nullptr || stream->release != face::release || error == nullptr) {
-      return CAMPOTIPO_ARGUMENT;
-    }
+    const face::ArrowStream *own = face::own_stream(stream);
+    if (own == nullptr || error == nullptr) return CAMPOTIPO_ARGUMENT;
     face::check_size(error, "error");
     const size_t size = error->size;
-    *error = static_cast<const face::Stream *>(stream->private_data)->last();
+    *error = own->last();
     error->size = size;
     return CAMPOTIPO_OK;
   });

@@ -33,8 +33,7 @@ void encode(face::Writing &writing, const char *kind_name, const ArrowSchema &sc
       writing.lose(
           loss_error(loss, kind, encoder.column(loss.column), writing.records() + loss.row + 1));
     }
-    writing.fill(block.records, block.unfilled);
-    writing.put(block.records.view(), block.rows);
+    writing.put(block, block.rows);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "columns/plan.hpp"
 #include "face/errors.hpp"
 #include "face/objects.hpp"
 #include "face/writing.hpp"
@@ -18,8 +19,10 @@ namespace {
 // The rows of a CSV file on their way into records.
 class Rows {
  public:
-  Rows(Source &source, Writing &writing)
-      : writing_(&writing), name_(source.name()), stream_(source) {}
+  Rows(Source &source, const char *kind, Writing &writing)
+      : writing_(&writing), name_(source.name()), stream_(source) {
+    if (kind != nullptr && *kind != '\0') kind_ = &kind_for(writing.layout(), kind);
+  }
 
   void run() {
     if (!stream_.header(header_)) {
@@ -27,7 +30,7 @@ class Rows {
                   name_ + ": is empty, expected a row with the names of the columns");
     }
     lines_ = stream_.header_lines();
-    const Loader loader(writing_->layout(), header_, writing_->ignored(), name_);
+    const Loader loader(writing_->layout(), header_, writing_->ignored(), name_, kind_);
     LoadedBlock block;
     while (stream_.read(block.csv)) {
       loader.load(block, FindingCounts::kEveryPlace);
@@ -38,8 +41,7 @@ class Rows {
  private:
   void add(LoadedBlock &block) {
     tell_losses(block.lost);
-    writing_->fill(block.records, block.unfilled);
-    writing_->put(block.records.view(), block.rows);
+    writing_->put(block, block.rows);
     if (!block.fault.empty()) {
       throw error(ErrorCode::kRecord, block.fault_line, writing_->records() + 1, "", block.fault);
     }
@@ -83,6 +85,7 @@ class Rows {
   }
 
   Writing *writing_;
+  const RecordType *kind_ = nullptr;  // of all rows; null: they tell it
   std::string name_;
   CsvStream stream_;
   std::vector<std::string> header_;
@@ -113,13 +116,13 @@ campotipo_status campotipo_loader_open(const campotipo_layout *layout, const cam
   });
 }
 
-campotipo_status campotipo_load(campotipo_loader *loader, const campotipo_input *csv,
-                                campotipo_error *error) {
+campotipo_status campotipo_load(campotipo_loader *loader, const char *kind,
+                                const campotipo_input *csv, campotipo_error *error) {
   return face::guarded(error, [&] {
     if (loader == nullptr) face::refuse("loader has to be told");
     loader->writing.add([&] {
       const std::unique_ptr<records::Source> source = face::open_source(csv);
-      face::Rows(*source, loader->writing).run();
+      face::Rows(*source, kind, loader->writing).run();
     });
     return CAMPOTIPO_OK;
   });

@@ -21,6 +21,7 @@ struct campotipo_reader {
   std::unique_ptr<campotipo::records::Source> source;
   std::unique_ptr<campotipo::records::RecordStream> stream;
   bool skip = false;
+  bool whole = true;  // all records, not a range of them
   bool ended = false;
   std::uint64_t skipped = 0;
   std::unique_ptr<campotipo::records::Error>

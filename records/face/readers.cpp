@@ -91,6 +91,7 @@ campotipo_status campotipo_reader_open(const campotipo_layout *layout, const cam
     made->layout = layout->layout;
     made->source = face::open_source(input);
     made->skip = (flags & CAMPOTIPO_SKIP) != 0;
+    made->whole = range == nullptr || (range->first <= 1 && range->count == 0 && range->byte == 0);
     made->stream = std::make_unique<records::RecordStream>(*made->source, *made->layout,
                                                            face::range_of(range));
     *reader = made.release();

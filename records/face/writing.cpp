@@ -18,6 +18,28 @@ std::string around(const Margin &margin, const void *given, std::size_t bytes, c
   return {static_cast<const char *>(given), bytes};
 }
 
+// Whether there is a value for the field at all: a total may be that of what another field tells.
+bool is_told(const RecordType &type, const FieldRules &rules, const unsigned char *record) {
+  return rules.total.by == Total::kNone || !field_text(type.fields[rules.total.by], record).empty();
+}
+
+void refuse_holes(const MadeRecords &made, std::uint64_t before) {
+  for (const MadeRecords::Hole &hole : made.holes) {
+    const RecordType &type = *made.made[hole.record].type;
+    const auto *record = reinterpret_cast<const unsigned char *>(made.records.view().data()) +
+                         made.made[hole.record].at;
+    if (!is_told(type, *hole.rules, record)) continue;
+    const std::string &field = type.fields[hole.rules->field].flat;
+    Error error(ErrorCode::kValue, "record " + std::to_string(before + hole.record + 1) +
+                                       ": field " + field +
+                                       ": has no value, and only the whole file tells it");
+    error.record = before + hole.record + 1;
+    error.kind = type.name;
+    error.field = field;
+    throw error;
+  }
+}
+
 }  // namespace
 
 Writing::Writing(std::shared_ptr<const Layout> layout, const campotipo_sink &sink,
@@ -26,9 +48,10 @@ Writing::Writing(std::shared_ptr<const Layout> layout, const campotipo_sink &sin
       sink_(sink),
       lossy_(options.lossy != 0),
       bare_(options.bare != 0),
-      filler_(*layout_),
       lost_(options.lost),
-      context_(options.context) {
+      context_(options.context),
+      filler_(*layout_),
+      holds_(options.bare == 0 && Filler::patches(*layout_)) {
   for (std::size_t i = 0; options.ignored != nullptr && i < options.n_ignored; ++i) {
     ignored_.emplace_back(options.ignored[i]);
   }
@@ -51,21 +74,16 @@ void Writing::lose(const Error &loss) {
   lost_(context_, &told);
 }
 
-void Writing::fill(Buffer &records, const Unfilled &unfilled) {
-  if (bare_ && !unfilled.holes.empty()) {
-    const Unfilled::Hole &hole = unfilled.holes[0];
-    const RecordType &type = *unfilled.made[hole.record].type;
-    throw Error(ErrorCode::kValue, "field " + type.fields[hole.rules->field].name +
-                                       ": a value is missing that only the whole file tells");
-  }
-  filler_.fill(records, unfilled, 0);
-}
-
-void Writing::put(std::string_view bytes, std::uint64_t records) {
+void Writing::put(MadeRecords &made, std::uint64_t records) {
   records_ += records;
   if (!lossy_ && losses_ != 0) return;
   begin();
-  write(bytes);
+  if (bare_) {
+    refuse_holes(made, records_ - records);
+  } else {
+    filler_.fill(made, written_);
+  }
+  write(made.records.view());
 }
 
 void Writing::begin() {
@@ -74,6 +92,15 @@ void Writing::begin() {
 }
 
 void Writing::write(std::string_view bytes) {
+  written_ += bytes.size();
+  if (holds_) {
+    held_ += bytes;
+  } else {
+    flush(bytes);
+  }
+}
+
+void Writing::flush(std::string_view bytes) {
   if (bytes.empty()) return;
   if (sink_.write(sink_.context, bytes.data(), bytes.size()) == 0) return;
   throw Error(ErrorCode::kOutput, "the records cannot be written");
@@ -87,12 +114,12 @@ void Writing::finish() {
                                        (losses_ == 1 ? " value is" : " values are") +
                                        " not stored whole: refused");
   }
-  if (!filler_.finish().empty()) {
-    throw Error(ErrorCode::kValue,
-                "a count or sum of the whole file is missing in a record that is not the last one");
-  }
   begin();
   write(trailer_);
+  for (const Filler::Patch &patch : filler_.finish()) {
+    held_.replace(patch.place, patch.bytes.size(), patch.bytes);
+  }
+  flush(held_);
 }
 
 }  // namespace campotipo::records::face

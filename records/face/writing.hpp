@@ -42,11 +42,9 @@ class Writing {
   // A value of a record that the next bytes hold. Throws it where it is refused at once.
   void lose(const Error &loss);
 
-  // Values that follow from other records of the file, where the rows have none. A part of a file does
-  // not tell them.
-  void fill(Buffer &records, const Unfilled &unfilled);
-
-  void put(std::string_view bytes, std::uint64_t records);
+  // What the layout tells of the records is filled in; a part of a file does not tell what follows from
+  // others.
+  void put(MadeRecords &made, std::uint64_t records);
   void finish();
 
   std::uint64_t records() const { return records_; }
@@ -56,17 +54,21 @@ class Writing {
   void check_open() const;
   void begin();
   void write(std::string_view bytes);
+  void flush(std::string_view bytes);
 
   std::shared_ptr<const Layout> layout_;
   campotipo_sink sink_;
   bool lossy_;
   bool bare_;
-  Filler filler_;
   void (*lost_)(void *context, const campotipo_error *loss);
   void *context_;
   std::vector<std::string> ignored_;
   std::string header_;
   std::string trailer_;
+  Filler filler_;
+  bool holds_;  // the whole file, since its end tells what stands in front
+  std::string held_;
+  std::uint64_t written_ = 0;
   std::uint64_t records_ = 0;
   std::uint64_t losses_ = 0;
   bool begun_ = false;

@@ -112,6 +112,7 @@ Validator::Validator(const Layout &layout, std::string file)
 
 std::vector<Finding> Validator::examine(const RecordBlock &block) const {
   std::vector<Finding> findings;
+  if (!looks_at_values_) return findings;
   Examiner examiner(*layout_, block, findings);
   for (const RecordBlock::Record &record : block.records) examiner.look(record);
   return findings;
@@ -135,7 +136,7 @@ void Validator::add(const RecordBlock &block, std::vector<Finding> findings) {
           {nullptr, nullptr, fault.word, fault.what, {fault.record, fault.offset, "", 0}});
     }
   }
-  rules_.add(block);
+  if (looks_at_file_) rules_.add(block);
   std::stable_sort(gathered_.begin(), gathered_.end(), [](const Finding &a, const Finding &b) {
     return a.place.offset < b.place.offset;
   });
@@ -144,7 +145,7 @@ void Validator::add(const RecordBlock &block, std::vector<Finding> findings) {
 }
 
 void Validator::finish() {
-  rules_.finish();
+  if (looks_at_file_) rules_.finish();
   for (const Finding &finding : gathered_) found(finding);
   gathered_.clear();
 }

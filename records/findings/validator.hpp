@@ -41,6 +41,11 @@ class Validator {
   // the file tells come then.
   void each(std::function<void(const Finding &)> each) { each_ = std::move(each); }
 
+  // What records tell by themselves is not looked at, or not what only the whole file tells: its order
+  // of records, sequences, copies and totals.
+  void leave_out_values() { looks_at_values_ = false; }
+  void leave_out_file() { looks_at_file_ = false; }
+
   // Records of no kind are counted and no findings.
   void skip_unknown() { skip_unknown_ = true; }
 
@@ -71,6 +76,8 @@ class Validator {
   std::vector<Finding> gathered_;  // of the block that is added
   FileRules rules_;
   std::uint64_t records_ = 0;
+  bool looks_at_values_ = true;
+  bool looks_at_file_ = true;
   bool skip_unknown_ = false;
   std::uint64_t skipped_ = 0;
 };

@@ -74,14 +74,14 @@ void Filler::fill_total(const RecordType &type, const FieldRules &rules, unsigne
   if (total) put(type, rules, total->text(field.params.decimals), record);
 }
 
-void Filler::fill(Buffer &records, const Unfilled &unfilled, std::uint64_t place) {
-  auto hole = unfilled.holes.begin();
-  for (std::size_t i = 0; i < unfilled.made.size(); ++i) {
-    const RecordType &type = *unfilled.made[i].type;
-    const std::size_t at = unfilled.made[i].at;
-    auto *record = reinterpret_cast<unsigned char *>(records.data()) + at;
+void Filler::fill(MadeRecords &block, std::uint64_t place) {
+  auto hole = block.holes.begin();
+  for (std::size_t i = 0; i < block.made.size(); ++i) {
+    const RecordType &type = *block.made[i].type;
+    const std::size_t at = block.made[i].at;
+    auto *record = reinterpret_cast<unsigned char *>(block.records.data()) + at;
     const auto begin = hole;
-    while (hole != unfilled.holes.end() && hole->record == i) ++hole;
+    while (hole != block.holes.end() && hole->record == i) ++hole;
     const auto is_hole = [&](const FieldRules &rules) {
       return std::any_of(begin, hole, [&](const auto &each) { return each.rules == &rules; });
     };

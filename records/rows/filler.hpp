@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "rows/buffer.hpp"
-#include "rows/unfilled.hpp"
+#include "rows/made_records.hpp"
 #include "rules/file_state.hpp"
 
 namespace campotipo::records {
@@ -19,9 +18,8 @@ class Filler {
   // Whether records have to be changed that were given away already.
   static bool patches(const Layout &layout);
 
-  // records: the bytes of a block; place: of the first of them in the file. Throws an Error for a value
-  // that does not fit.
-  void fill(Buffer &records, const Unfilled &unfilled, std::uint64_t place);
+  // place: of the first byte of the block in the file. Throws an Error for a value that does not fit.
+  void fill(MadeRecords &block, std::uint64_t place);
 
   // What only the end of the file tells, to be put over what was given away.
   struct Patch {

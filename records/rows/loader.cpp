@@ -10,24 +10,6 @@
 
 namespace campotipo::records {
 
-std::string length_prefix(const Layout &layout, const RecordType &type) {
-  const LengthPrefix &prefix = layout.prefix;
-  std::size_t length = type.bytes;
-  if (prefix.counts_itself) length += static_cast<std::size_t>(prefix.bytes);
-  std::string bytes;
-  for (int i = 0; i < prefix.bytes; ++i) bytes += static_cast<char>(length >> 8 * i & 0xFF);
-  if (prefix.bytes != 0 && prefix.bytes < 8 && length >> 8 * prefix.bytes != 0) {
-    throw Error(ErrorCode::kInput, layout.file + ": length: expected enough bytes for records of " +
-                                       std::to_string(type.bytes) + " bytes");
-  }
-  if (prefix.big) std::reverse(bytes.begin(), bytes.end());
-  return bytes;
-}
-
-std::string line_end(const Layout &layout) {
-  return layout.line_end == LineEnd::kCrLf ? "\r\n" : layout.lines() ? "\n" : "";
-}
-
 Loader::Loader(const Layout &layout, const std::vector<std::string> &header,
                const std::vector<std::string> &ignored, const std::string &file,
                const RecordType *kind)
@@ -36,7 +18,7 @@ Loader::Loader(const Layout &layout, const std::vector<std::string> &header,
   for (const RecordType &type : layout.types) {
     if (only_ != nullptr && only_ != &type) continue;
     make_kind(type);
-    for (const FieldRules &rules : type.rules) follows_ = follows_ || rules.follows();
+    follows_ = follows_ || has_followers(type);
   }
 }
 
@@ -85,13 +67,8 @@ void Loader::match(const std::vector<std::string> &ignored, const std::string &f
 void Loader::make_kind(const RecordType &type) {
   Kind kind;
   kind.type = &type;
-  const std::string prefix = length_prefix(*layout_, type);
-  kind.before = prefix.size();
-  kind.blank = prefix + std::string(type.bytes, '\0') + line_end(*layout_);
-  auto *record = reinterpret_cast<unsigned char *>(kind.blank.data()) + kind.before;
-  for (const Field &filler : type.fillers) {
-    std::copy(filler.params.fill.begin(), filler.params.fill.end(), record + filler.offset);
-  }
+  kind.blank = BlankRecord(*layout_, type);
+  auto *record = reinterpret_cast<unsigned char *>(kind.blank.bytes.data()) + kind.blank.before;
   kind.cells.resize(header_.size());
   for (const Column &column : type.columns) {
     const auto found = columns_.find(column.name);
@@ -107,9 +84,6 @@ void Loader::make_kind(const RecordType &type) {
       cell.params = &cell.fields[0]->params;
       cell.offset = cell.fields[0]->offset;
     }
-  }
-  for (const FieldRules &rules : type.rules) {
-    if (rules.constant) kind.constants.push_back(&rules);
   }
   kinds_.push_back(std::move(kind));
 }
@@ -139,10 +113,7 @@ const char *Loader::take_parts(const Kind &kind, const Cell &cell, PaddedText va
     }
     const std::string *constant = part.empty() ? constant_of(*kind.type, field) : nullptr;
     if (constant != nullptr) {
-      // Parts of a bit area share their bytes with others.
-      for (std::size_t at = 0; at < constant->size(); ++at) {
-        record[field.offset + at] |= static_cast<unsigned char>((*constant)[at]);
-      }
+      put_stored(record + field.offset, *constant);
       continue;
     }
     const FieldRules *rules = part.empty() ? rules_of(*kind.type, field) : nullptr;
@@ -163,53 +134,13 @@ const char *Loader::take_other(const Kind &kind, std::size_t column, PaddedText 
   return dropped ? "the record has no such field" : nullptr;
 }
 
-// What to say of a record that would not be read as the kind that its row tells.
-std::string Loader::contradiction(const Kind &kind, const std::vector<PaddedText> &row,
-                                  const unsigned char *record) const {
-  const RecordType &type = *kind.type;
-  for (const Condition &condition : type.when) {
-    if (type.holds(condition, record)) continue;
-    const Field &field = type.fields[condition.field];
-    std::string expected;
-    std::vector<unsigned char> wanted(type.bytes);
-    for (const std::string &stored : condition.stored) {
-      std::copy(stored.begin(), stored.end(),
-                wanted.begin() + static_cast<std::ptrdiff_t>(field.offset));
-      expected += (expected.empty() ? "\"" : " or \"") + field_text(field, wanted.data()) + "\"";
-    }
-    const auto column = columns_.find(field.column);
-    const bool given = column != columns_.end() && !ignored_[column->second];
-    const std::string cell(given ? row[column->second].view() : std::string_view());
-    return "field " + field.name + ": \"" + shortened(cell) + "\" does not tell the kind \"" +
-           type.name + "\", expected " + expected;
-  }
-  return "the values are those of a record \"" + layout_->type_of(record, type.bytes)->name +
-         "\", which the layout tells in front of \"" + type.name + "\"";
-}
-
 // What ends a line inside a record would make two of it.
 void Loader::refuse_line_end(LoadedBlock &block, const Kind &kind, const unsigned char *record,
                              const CsvRows &rows) const {
-  const std::size_t at = line_end_in(*kind.type, record);
-  for (const Field &field : kind.type->fields) {
-    if (at < field.offset || at >= field.offset + field.bytes) continue;
-    block.lost.add(field.column, "holds the end of a line",
-                   {block.rows + 1, 0, field_text(field, record), rows.line()});
-    return;
-  }
-}
-
-bool Loader::has_constants(LoadedBlock &block, const Kind &kind,
-                           const unsigned char *record) const {
-  for (const FieldRules *rules : kind.constants) {
-    const Field &field = kind.type->fields[rules->field];
-    const FieldRules::Value &value = rules->values[0];
-    if (std::memcmp(record + field.offset, value.stored.data(), field.bytes) == 0) continue;
-    block.fault = "field " + field.name + ": \"" + shortened(field_text(field, record)) +
-                  "\" is not the value that it always has, expected \"" + value.text + "\"";
-    return false;
-  }
-  return true;
+  const Field *field = field_with_line_end(*layout_, *kind.type, record);
+  if (field == nullptr) return;
+  block.lost.add(field->column, "holds the end of a line",
+                 {block.rows + 1, 0, field_text(*field, record), rows.line()});
 }
 
 bool Loader::load_row(LoadedBlock &block, const CsvRows &rows,
@@ -225,9 +156,9 @@ bool Loader::load_row(LoadedBlock &block, const CsvRows &rows,
         "no kind of record is called \"" + shortened(std::string(row[kind_column_].view())) + "\"";
     return false;
   }
-  char *out = block.records.reserve(kind->blank.size());
-  std::memcpy(out, kind->blank.data(), kind->blank.size());
-  auto *record = reinterpret_cast<unsigned char *>(out) + kind->before;
+  char *out = block.records.reserve(kind->blank.bytes.size());
+  std::memcpy(out, kind->blank.bytes.data(), kind->blank.bytes.size());
+  auto *record = reinterpret_cast<unsigned char *>(out) + kind->blank.before;
   Holes holes = kind->missing;
   for (std::size_t i = 0; i < row.size(); ++i) {
     const Cell &cell = kind->cells[i];
@@ -240,18 +171,18 @@ bool Loader::load_row(LoadedBlock &block, const CsvRows &rows,
     if (lost == nullptr) continue;
     block.lost.add(header_[i], lost, {block.rows + 1, 0, std::string(value.view()), rows.line()});
   }
-  if (layout_->lines()) refuse_line_end(block, *kind, record, rows);
-  if (layout_->type_of(record, kind->type->bytes) != kind->type) {
-    block.fault = contradiction(*kind, row, record);
-    return false;
-  }
-  if (!has_constants(block, *kind, record)) return false;
+  refuse_line_end(block, *kind, record, rows);
+  block.fault = contradiction(*layout_, *kind->type, record, [&](const Field &field) {
+    const auto column = columns_.find(field.column);
+    const bool given = column != columns_.end() && !ignored_[column->second];
+    return given ? std::string(row[column->second].view()) : std::string();
+  });
+  if (!block.fault.empty()) return false;
   if (follows_) {
-    for (const FieldRules *rules : holes)
-      block.unfilled.holes.push_back({block.unfilled.made.size(), rules});
-    block.unfilled.made.push_back({block.records.view().size() + kind->before, kind->type});
+    for (const FieldRules *rules : holes) block.holes.push_back({block.made.size(), rules});
+    block.made.push_back({block.records.view().size() + kind->blank.before, kind->type});
   }
-  block.records.end(out + kind->blank.size());
+  block.records.end(out + kind->blank.bytes.size());
   return true;
 }
 
@@ -259,7 +190,8 @@ void Loader::load(LoadedBlock &block, std::size_t places) const {
   block.records.clear();
   block.lost = FindingCounts(places);
   block.rows = 0;
-  block.unfilled.clear();
+  block.made.clear();
+  block.holes.clear();
   block.fault.clear();
   CsvRows rows(block.csv);
   std::vector<PaddedText> row;

@@ -8,21 +8,17 @@
 
 #include "findings/finding_counts.hpp"
 #include "layout/layout.hpp"
-#include "rows/buffer.hpp"
-#include "rows/unfilled.hpp"
+#include "rows/made_records.hpp"
 #include "text/csv.hpp"
 
 namespace campotipo::records {
 
 // What became of the rows of a block. Records and lines are numbered from 1 on in the block.
-struct LoadedBlock {
+struct LoadedBlock : MadeRecords {
   CsvBlock csv;
-  Buffer records;
   FindingCounts lost;
   std::uint64_t rows = 0;
   std::uint64_t lines = 0;
-
-  Unfilled unfilled;
 
   std::string fault;  // why the row behind the last one cannot be used; empty: none
   std::uint64_t fault_line = 0;
@@ -56,11 +52,9 @@ class Loader {
   };
   struct Kind {
     const RecordType *type = nullptr;
-    std::string blank;       // a record without values, with what stands around it
-    std::size_t before = 0;  // bytes in front of the record
+    BlankRecord blank;
     std::vector<Cell> cells;
-    std::vector<const FieldRules *> missing;    // that follow from other records, without a column
-    std::vector<const FieldRules *> constants;  // to be looked at
+    std::vector<const FieldRules *> missing;  // that follow from other records, without a column
   };
 
   void match(const std::vector<std::string> &ignored, const std::string &file);
@@ -74,9 +68,6 @@ class Loader {
                          unsigned char *record, Holes &holes) const;
   const char *take_parts(const Kind &kind, const Cell &cell, PaddedText value,
                          unsigned char *record, Holes &holes) const;
-  bool has_constants(LoadedBlock &block, const Kind &kind, const unsigned char *record) const;
-  std::string contradiction(const Kind &kind, const std::vector<PaddedText> &row,
-                            const unsigned char *record) const;
 
   // The columns that rows may have.
   std::vector<std::string> known_columns() const;
@@ -91,11 +82,5 @@ class Loader {
   std::vector<std::string> missing_;
   bool follows_ = false;  // some values follow from other records
 };
-
-// The bytes that stand in front of a record of the kind.
-std::string length_prefix(const Layout &layout, const RecordType &type);
-
-// And those that stand behind it.
-std::string line_end(const Layout &layout);
 
 }  // namespace campotipo::records

@@ -2,6 +2,7 @@
 
 import ctypes as c
 import os
+import re
 
 import pyarrow
 
@@ -68,6 +69,14 @@ class Kind(Sized):
                 ("fields", c.c_size_t), ("main", c.c_int)]
 
 
+class CheckOptions(Sized):
+    _fields_ = [("size", c.c_size_t), ("file", c.c_char_p), ("part", c.c_int),
+                ("batch_rows", c.c_size_t)]
+
+
+PARTS = {"all": 0, "values": 1, "file": 2}
+
+
 class Lost:
     """A value that is not stored whole."""
 
@@ -95,6 +104,7 @@ def call(function, *arguments):
 class Layout:
     def __init__(self, text):
         self.handle = c.c_void_p()
+        self.has_lines = re.search(r"(?m)^line_end *=", text) is not None
         raw = text.encode()
         call("campotipo_layout_parse", raw, c.c_size_t(len(raw)), b"layout", c.byref(self.handle))
 
@@ -127,6 +137,18 @@ class Layout:
             raise
         return pyarrow.RecordBatchReader._import_from_c(c.addressof(place))
 
+    def check(self, content, part="all", range_=None, skip=False, file="file", batch_rows=0):
+        """The findings in bytes, which have to live as long, as a RecordBatchReader."""
+        options = CheckOptions(file=file.encode(), part=PARTS[part], batch_rows=batch_rows)
+        place = (c.c_uint64 * 5)()
+        reader = self.reader(content, range_, skip)
+        try:
+            call("campotipo_check", reader, c.byref(options), place)
+        except Refused:
+            LIBRARY.campotipo_reader_free(reader)
+            raise
+        return pyarrow.RecordBatchReader._import_from_c(c.addressof(place))
+
     def splits(self, content, wanted):
         parts = (Range * wanted)()
         made = c.c_size_t()
@@ -154,8 +176,8 @@ class Layout:
         LIBRARY.campotipo_reader_free(reader)
         return [found[each] for each in numbers]
 
-    def encode(self, kind, table, lossy=False, ignored=()):
-        """The records that a table makes, without what stands around each, and what is lost."""
+    def write(self, tables, lossy=False, ignored=(), bare=False):
+        """The file that tables make, each given with its kind, and what is lost."""
         parts, lost = [], []
 
         def write(_, data, count):
@@ -164,25 +186,36 @@ class Layout:
 
         names = [name.encode() for name in ignored]
         sink = Sink(write=WRITE(write))
-        options = LoaderOptions(lossy=lossy, bare=1, n_ignored=len(names),
+        options = LoaderOptions(lossy=lossy, bare=bare, n_ignored=len(names),
                                 ignored=(c.c_char_p * len(names))(*names) if names else None)
         if lossy:
             options.lost = LOST(lambda _, error: lost.append(Lost(error.contents)))
         loader = c.c_void_p()
         call("campotipo_loader_open", self.handle, c.byref(sink), c.byref(options), c.byref(loader))
         try:
-            for batch in table.to_batches():
-                schema, array = (c.c_uint64 * 9)(), (c.c_uint64 * 10)()
-                batch._export_to_c(c.addressof(array), c.addressof(schema))
-                try:
-                    call("campotipo_encode", loader, (kind or "").encode(), schema, array)
-                finally:
-                    for struct, at in ((schema, 7), (array, 8)):
-                        c.CFUNCTYPE(None, c.c_void_p)(struct[at])(c.addressof(struct))
+            for kind, table in tables:
+                for batch in table.to_batches():
+                    self.add(loader, kind, batch)
             call("campotipo_loader_finish", loader)
         finally:
             LIBRARY.campotipo_loader_free(loader)
-        made, size = b"".join(parts), self.kind(kind)[1]
+        return b"".join(parts), lost
+
+    @staticmethod
+    def add(loader, kind, batch):
+        schema, array = (c.c_uint64 * 9)(), (c.c_uint64 * 10)()
+        batch._export_to_c(c.addressof(array), c.addressof(schema))
+        try:
+            call("campotipo_encode", loader, (kind or "").encode(), schema, array)
+        finally:
+            for struct, at in ((schema, 7), (array, 8)):
+                c.CFUNCTYPE(None, c.c_void_p)(struct[at])(c.addressof(struct))
+
+    def encode(self, kind, table, lossy=False, ignored=()):
+        """The records that a table makes, without what stands around each, and what is lost."""
+        made, lost = self.write([(kind, table)], lossy, ignored, bare=True)
+        size = self.kind(kind)[1]
         stride = len(made) // table.num_rows if table.num_rows else 0
-        return b"".join(made[at + stride - size:at + stride]
+        before = 0 if self.has_lines else stride - size
+        return b"".join(made[at + before:at + before + size]
                         for at in range(0, len(made), stride or 1)), lost

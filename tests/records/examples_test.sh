@@ -56,6 +56,15 @@ END
   fault "write_columns"
 cmp "$work/conta.reg" "$work/written.reg" || fault "columns give other records than rows"
 
+# A file in order, and one that is not: the program says where, as the command does.
+"$programs/check_file" "$work/conta.toml" "$work/conta.reg" > "$work/out" || fault "$(cat "$work/out")"
+[ ! -s "$work/out" ] || fault "$(cat "$work/out")"
+cp "$work/conta.reg" "$work/spoiled.reg"
+printf '\377\377\377' | dd of="$work/spoiled.reg" bs=1 seek=19 conv=notrunc status=none
+! "$programs/check_file" "$work/conta.toml" "$work/spoiled.reg" > "$work/out" || fault "no findings"
+[ "$(cut -d: -f1-3 "$work/out")" = "record 2, byte 19: conta.aberta: invalid" ] ||
+  fault "$(cat "$work/out")"
+
 # A layout that lacks a field, and what is left of the file.
 sed 's/"saldo"/"valor"/' "$work/conta.toml" > "$work/other.toml"
 ! "$programs/write_columns" "$work/other.toml" "$work/refused.reg" 3000 2> "$work/told" ||

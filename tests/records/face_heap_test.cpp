@@ -86,7 +86,8 @@ campotipo_status load(const campotipo_layout *layout, File &file) {
   auto csv = sized<campotipo_input>();
   csv.memory = kRows;
   csv.memory_bytes = sizeof kRows - 1;
-  if (const campotipo_status status = campotipo_load(loader.get(), &csv, nullptr)) return status;
+  if (const campotipo_status status = campotipo_load(loader.get(), nullptr, &csv, nullptr))
+    return status;
   return campotipo_loader_finish(loader.get(), nullptr);
 }
 

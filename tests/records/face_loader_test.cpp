@@ -54,7 +54,7 @@ struct Loading {
     input.name = "rows";
     input.memory = csv.data();
     input.memory_bytes = csv.size();
-    return campotipo_load(loader, &input, &error);
+    return campotipo_load(loader, nullptr, &input, &error);
   }
 
   campotipo_status finish() { return campotipo_loader_finish(loader, &error); }
@@ -225,11 +225,11 @@ TEST(Loader, RefusesWhatItIsNotTold) {
   EXPECT_EQ(CAMPOTIPO_ARGUMENT,
             campotipo_loader_open(face.layout, nullptr, nullptr, &loader, &face.error));
   EXPECT_EQ(nullptr, loader);
-  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_load(nullptr, nullptr, &face.error));
+  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_load(nullptr, nullptr, nullptr, &face.error));
   EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_loader_finish(nullptr, &face.error));
   Loading loading;
   ASSERT_EQ(CAMPOTIPO_OK, loading.open(face.layout));
-  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_load(loading.loader, nullptr, &face.error));
+  EXPECT_EQ(CAMPOTIPO_ARGUMENT, campotipo_load(loading.loader, nullptr, nullptr, &face.error));
   EXPECT_EQ(CAMPOTIPO_OK, loading.finish());
   campotipo_loader_free(nullptr);
 }

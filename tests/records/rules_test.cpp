@@ -33,7 +33,7 @@ std::string filled(const Layout &layout, const std::string &csv,
     loader.load(block);
     EXPECT_EQ("", block.fault);
     EXPECT_TRUE(block.lost.empty());
-    filler.fill(block.records, block.unfilled, file.size());
+    filler.fill(block, file.size());
     file += block.records.view();
   }
   for (const Filler::Patch &patch : filler.finish()) {

@@ -193,7 +193,7 @@ class Load {
     lost_.merge(lost, 0, 0);
     // What will be refused need not be written.
     if (request_->lossy || lost_.empty()) {
-      filler_.fill(block.records, block.unfilled, written_);
+      filler_.fill(block, written_);
       records_.write(block.records.view());
       written_ += block.records.view().size();
     }

@@ -13,8 +13,8 @@
  *   campotipo_reader     campotipo_reader_open        campotipo_reader_free         freed
  *   campotipo_block      campotipo_reader_next        the reader                    the next call on
  *                                                                                   that reader
- *   ArrowArrayStream     campotipo_stream             its release callback          released; it owns
- *                                                                                   its reader
+ *   ArrowArrayStream     campotipo_stream,            its release callback          released; it owns
+ *                        campotipo_check                                            its reader
  *   campotipo_rows       campotipo_rows_open          campotipo_rows_free           freed
  *   campotipo_loader     campotipo_loader_open        campotipo_loader_free         freed
  *   texts and structures of a layout                  the layout                    the layout
@@ -361,6 +361,53 @@ CAMPOTIPO_RECORDS_API void campotipo_rows_free(campotipo_rows *rows);
 CAMPOTIPO_RECORDS_API campotipo_status campotipo_rows_next(campotipo_rows *rows, const char **text,
                                                            size_t *bytes, campotipo_error *error);
 
+/* ----------------------------------------------------------------------------------- checking */
+
+#define CAMPOTIPO_CHECK_ALL 0    /* everything that the layout tells */
+#define CAMPOTIPO_CHECK_VALUES 1 /* what a record tells by itself, and where records are */
+#define CAMPOTIPO_CHECK_FILE 2   /* order of records, sequences, copies and totals */
+
+typedef struct campotipo_check_options {
+  size_t size;       /* sizeof(struct campotipo_check_options) */
+  const char *file;  /* value of the column "_file"; null: the name of the input */
+  int part;          /* CAMPOTIPO_CHECK_... */
+  size_t batch_rows; /* rows of a batch at most; 0: 65536 */
+} campotipo_check_options;
+
+/*
+ * What in a file is not as its layout tells, as a stream of Arrow struct arrays, a row a finding, in
+ * about the order of the file; a file in order gives no rows. The columns:
+ *
+ *   _file    utf8
+ *   _record  int64  number of the record; null: in front of or behind the records
+ *   line     int64  of a file of lines, else null
+ *   byte     int64  place in the file
+ *   kind     utf8   of the record, null where it has none
+ *   field    utf8   name in a flat table; null: the record as a whole
+ *   what     utf8   one of the words below
+ *   value    utf8   the value and its bytes; what it should be, where one value would do
+ *
+ *   invalid        no stored form of its type       sequence      not the next number
+ *   not_canonical  its text gives other bytes       total         not the count or sum it tells
+ *   check_digit    check digits that fail           not_same      not what it repeats
+ *   required       absent, and required             line_length   a record of another length
+ *   not_allowed    none of the values listed        line_end      ends other than the first line
+ *   out_of_range   below min or above max           incomplete    the file ends in a record
+ *   constant       not the one value                unknown_kind  a record of no kind
+ *   order          a record out of its place        margin        header or trailer
+ *
+ * A reader of a range gives the values alone. The values of ranges that hold a file whole, as
+ * campotipo_splits makes them, and CAMPOTIPO_CHECK_FILE of the file are together what
+ * CAMPOTIPO_CHECK_ALL of the file is, so that threads or machines share the work.
+ * With CAMPOTIPO_SKIP records of no kind are no findings. The reader is taken as by campotipo_stream,
+ * and the errors of the stream are those of its streams. CAMPOTIPO_ARGUMENT for a part that a range
+ * does not tell.
+ */
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_check(campotipo_reader *reader,
+                                                       const campotipo_check_options *options,
+                                                       struct ArrowArrayStream *out,
+                                                       campotipo_error *error);
+
 /* ------------------------------------------------------------------------------------ writing */
 
 /*
@@ -391,7 +438,8 @@ typedef struct campotipo_loader_options {
   size_t n_ignored;
   /*
    * The bytes in front of and behind the records, as many as the layout says. Null: what the layout
-   * tells, else zeros. `bare` not 0: the records alone, as a part of a file.
+   * tells, else zeros. `bare` not 0: the records alone, as a part of a file, which has to have the values
+   * that follow from other records: CAMPOTIPO_VALUE where one of them is missing.
    */
   const void *header;
   size_t header_bytes;
@@ -406,6 +454,9 @@ typedef struct campotipo_loader campotipo_loader;
  * Begins a file of records, which rows and columns are added to in any order and mixture. The sink
  * is copied; options may be null. Nothing is written before the first records are there or the file
  * is finished.
+ * Where a field has no value, what its layout tells is filled in: constants, sequences, what it
+ * repeats, counts and sums of the records added so far. A file whose first records hold totals of the
+ * others is kept in memory until it is finished.
  * CAMPOTIPO_ARGUMENT for a sink without `write`, and for a header or trailer of another length.
  */
 CAMPOTIPO_RECORDS_API campotipo_status campotipo_loader_open(
@@ -413,16 +464,15 @@ CAMPOTIPO_RECORDS_API campotipo_status campotipo_loader_open(
     const campotipo_loader_options *options, campotipo_loader **loader, campotipo_error *error);
 
 /*
- * Adds the rows of a CSV file, as `campotipo load` reads it: RFC 4180 with either line end, a first
- * row with the names of the columns in any order, and with several kinds of record the column
- * "record". A column that is missing, and an empty cell, stands for no value: constants are filled
- * then, and what follows from other records, sequences, copies, counts and sums; with `bare` the
- * latter have to be given, and so has a total in a record in front of what it counts.
+ * Adds the rows of a CSV file, as `campotipo load` reads it: RFC 4180 with either line end, and a
+ * first row with the names of the columns in any order. kind: that of all rows; null: the column
+ * "record" tells it, where there are several. A column that is missing, and an empty cell, stands for
+ * no value.
  * CAMPOTIPO_INPUT for a file that cannot be read or whose columns the layout does not have;
  * CAMPOTIPO_RECORD, with line and record, for a row that is none; CAMPOTIPO_VALUE, with the field
  * too, for a value that is refused. After these three the file cannot be finished.
  */
-CAMPOTIPO_RECORDS_API campotipo_status campotipo_load(campotipo_loader *loader,
+CAMPOTIPO_RECORDS_API campotipo_status campotipo_load(campotipo_loader *loader, const char *kind,
                                                       const campotipo_input *csv,
                                                       campotipo_error *error);
 
