@@ -110,19 +110,24 @@ char *put_plain(char *out, const unsigned char *field, const Params &p) {
   return out;
 }
 
-}  // namespace
-
-char *put(char *out, const unsigned char *field, const Params &p) {
-  if (characters::is_absent(field, p)) return out;
-  if (p.n <= 32 && p.sign == Sign::kNone) {
-    char *end = p.n <= 16 ? put_plain<1>(out, field, p) : put_plain<2>(out, field, p);
-    if (end != nullptr) return end;
-  }
+// A sign, blanks, more digits, or bytes that are no number.
+[[gnu::noinline]] char *put_other(char *out, const unsigned char *field, const Params &p) {
   Digits number;
   if (!read(number, field, p)) {
     return characters::put_bytes(out, field, static_cast<std::size_t>(p.bytes), p);
   }
   return put_decimal(out, number.digit, number.negative, p);
+}
+
+}  // namespace
+
+char *put(char *out, const unsigned char *field, const Params &p) {
+  if (characters::is_absent(field, p)) return out;
+  if (p.sign == Sign::kNone && p.n <= 32) {
+    char *end = p.n <= 16 ? put_plain<1>(out, field, p) : put_plain<2>(out, field, p);
+    if (end != nullptr) return end;
+  }
+  return put_other(out, field, p);
 }
 
 const char *fault(const unsigned char *field, const Params &p) {

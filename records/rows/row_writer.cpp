@@ -32,26 +32,61 @@ bool is_number(std::string_view text) {
 
 }  // namespace
 
+namespace {
+
+// Whether the cells of a row of CSV hold nothing but what needs no quotes: its commas are those
+// between them. Sixteen bytes behind its end may be written.
+bool is_plain_row(const char *row, char *end, std::size_t commas) {
+  const __m128i none = _mm_setzero_si128();
+  _mm_storeu_si128(reinterpret_cast<__m128i *>(end), none);
+  __m128i other = none;
+  __m128i count = none;
+  for (; row < end; row += 16) {
+    const __m128i bytes = scan::load(row);
+    other = _mm_or_si128(
+        other, _mm_or_si128(scan::equal(bytes, '"'),
+                            _mm_or_si128(scan::equal(bytes, '\n'), scan::equal(bytes, '\r'))));
+    const __m128i comma = _mm_and_si128(scan::equal(bytes, ','), _mm_set1_epi8(1));
+    count = _mm_add_epi64(count, _mm_sad_epu8(comma, none));
+  }
+  const __m128i both = _mm_add_epi64(count, _mm_unpackhi_epi64(count, count));
+  return scan::mask(other) == 0 && static_cast<std::size_t>(_mm_cvtsi128_si64(both)) == commas;
+}
+
+}  // namespace
+
+char *RowWriter::put_prefix(const Step &step, char *out) const {
+  if (step.prefix_length == 1) {
+    *out = literals_[step.prefix];
+    return out + 1;
+  }
+  std::memcpy(out, literals_.data() + step.prefix, step.prefix_length);
+  return out + step.prefix_length;
+}
+
 void RowWriter::run(const unsigned char *record, Buffer &buffer) const {
-  char *out = buffer.reserve(room_);
-  for (const Step &step : steps_) {
-    if (step.prefix_length == 1) {
-      *out++ = literals_[step.prefix];
-    } else if (step.prefix_length != 0) {
-      std::memcpy(out, literals_.data() + step.prefix, step.prefix_length);
-      out += step.prefix_length;
+  char *const begin = buffer.reserve(room_);
+  char *out = begin;
+  if (plain_) {
+    for (const Step &step : steps_) {
+      out = put_prefix(step, out);
+      out = step.put(out, record + step.offset, *step.params);
     }
-    if (step.style > Style::kCsv || step.shared != 0) {
-      out = run_styled(step, record, out);
-      continue;
-    }
-    char *end = step.put(out, record + step.offset, *step.params);
-    const bool quotes =
-        step.style == Style::kCsv && scan::needs_quotes(out, static_cast<std::size_t>(end - out));
-    out = quotes ? quote_csv(out, end) : end;
+    if (!is_plain_row(begin, out, commas_)) out = run_quoted(record, begin);
+  } else {
+    out = run_quoted(record, begin);
   }
   const std::string_view rest = std::string_view(literals_).substr(told_);
   buffer.end(std::copy(rest.begin(), rest.end(), out));
+}
+
+char *RowWriter::run_quoted(const unsigned char *record, char *out) const {
+  for (const Step &step : steps_) {
+    out = put_prefix(step, out);
+    out = step.style == Style::kRaw ? step.put(out, record + step.offset, *step.params)
+                                    : run_styled(step, record, out);
+  }
+  return out;
 }
 
 char *RowWriter::run_styled(const Step &step, const unsigned char *record, char *out) const {
@@ -64,7 +99,10 @@ char *RowWriter::run_styled(const Step &step, const unsigned char *record, char 
     return std::copy(digits.begin(), digits.end(), out);
   }
   const bool json = is_json(step.style);
-  if (step.shared != 0 && is_empty(step, record, out)) return step.put == nullptr ? out : null();
+  if (step.shared != 0 && is_empty(step, record, out)) {
+    if (step.put != nullptr) return null();
+    return step.style == Style::kCsvAlone ? quote_csv(out, out) : out;
+  }
   char *text = json ? out + 1 : out;
   char *end = step.put == nullptr ? run_shared(step, record, text)
                                   : step.put(text, record + step.offset, *step.params);
@@ -112,6 +150,10 @@ void RowWriter::text(std::string_view text) {
 void RowWriter::add(Step step, std::size_t room) {
   step.prefix = static_cast<std::uint32_t>(told_);
   step.prefix_length = static_cast<std::uint32_t>(literals_.size() - told_);
+  const std::string_view prefix = std::string_view(literals_).substr(told_);
+  commas_ += static_cast<std::size_t>(std::count(prefix.begin(), prefix.end(), ','));
+  plain_ = plain_ && step.style <= Style::kCsv && step.shared == 0 &&
+           prefix.find_first_of("\"\r\n") == std::string_view::npos;
   told_ = literals_.size();
   steps_.push_back(step);
   // Quotes of CSV double a text, escapes of JSON are up to six bytes long.

@@ -49,6 +49,8 @@ class RowWriter {
     std::uint32_t shared = 0;  // place in `shared_`, counted from 1; 0: the column is its own
   };
 
+  char *put_prefix(const Step &step, char *out) const;
+  char *run_quoted(const unsigned char *record, char *out) const;
   char *run_styled(const Step &step, const unsigned char *record, char *out) const;
   char *run_shared(const Step &step, const unsigned char *record, char *out) const;
   bool is_empty(const Step &step, const unsigned char *record, char *scratch) const;
@@ -61,6 +63,8 @@ class RowWriter {
   std::string literals_;
   std::size_t told_ = 0;  // bytes of `literals_` that steps begin with; the rest ends the record
   std::size_t room_ = 64;
+  std::size_t commas_ = 0;  // in front of the values
+  bool plain_ = true;       // cells of CSV alone, which seldom need quotes
 };
 
 // The columns that an output shows, of those that the layout knows; all of them where no name is
