@@ -48,9 +48,9 @@ class File:
 
     def __init__(self, seed, folder):
         self.random = random.Random(seed)
-        self.layout = RandomLayout(self.random, TYPES, self.random.choice([4, 0, 18]))
-        # One way to write a date, so that its text tells the day.
-        self.toml = re.sub(r"(?m)^format = .*\n", "", self.layout.toml)
+        self.columns = None
+        while self.columns is None:
+            self.draw()
         count = self.random.choice([0, 1, 3, 40])
         kinds = self.random.choices(self.layout.kinds, k=count)
         tame = self.random.choice([0.9, 1])
@@ -62,7 +62,16 @@ class File:
             file.write(self.content)
         with open(self.toml_path, "w", encoding="utf-8") as file:
             file.write(self.toml)
-        self.columns = c_face.Layout(self.toml)
+
+    def draw(self):
+        """A layout; some names are refused, of which other tests tell."""
+        self.layout = RandomLayout(self.random, TYPES, self.random.choice([4, 0, 18]))
+        # One way to write a date, so that its text tells the day.
+        self.toml = re.sub(r"(?m)^format = .*\n", "", self.layout.toml)
+        try:
+            self.columns = c_face.Layout(self.toml)
+        except c_face.Refused as refused:
+            assert "does not begin with" in str(refused)
 
     def dumped(self):
         """The values of each record in order, as the rows say them, with the kind."""
