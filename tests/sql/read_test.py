@@ -1,6 +1,5 @@
 """read_campotipo over random layouts of every kind of field, held against the command's rows."""
 
-import datetime
 import os
 
 import duckdb
@@ -8,8 +7,7 @@ import pytest
 from conftest import connect
 from random_files import File, exact, expected, literal, quoted
 
-EMPTY = (0, "", datetime.time(0))
-ROUNDS = int(os.environ.get("CAMPOTIPO_ROUNDS", "60"))
+ROUNDS = int(os.environ.get("CAMPOTIPO_ROUNDS", "40"))
 
 
 @pytest.fixture(params=range(ROUNDS))
@@ -37,7 +35,7 @@ def test_columns_say_what_rows_say(sql, file):
             for (name, sql_type), field, value, text in zip(columns[1:-1], fields, row[1:], texts):
                 if text is None and value is not None and file.shares:
                     # Rows have null where none of the fields of a column has content.
-                    assert value in EMPTY, (name, row)
+                    assert not str(value).strip("0.:-"), (name, row)
                     continue
                 wanted = None if field in faults else expected(text, sql_type)
                 assert exact(value) == exact(wanted), (name, row)

@@ -6,7 +6,7 @@ import re
 import string
 from decimal import Decimal, localcontext
 
-FIRST = "aAbcdntvxzZé_$<'&" + "\x7f\u009b\u20ac"
+FIRST = "aAbcdntvxzZéq$<'&" + "\x7f\u009b\u20ac"
 NAMES = ["restrict", "or", "class", "template", "int", "a*/", "x-1", "a_hex", "ção", "record",
          "%s", "\\n", "</svg>", "2", "'", "`", "fill"]
 CHARSETS = {"ISO-8859-1": "latin-1", "UTF-8": "utf-8", "CP850": "cp850", "windows-1252": "cp1252"}
