@@ -37,12 +37,13 @@ COLUMNS = [("registro", 1, 2, None), ("pregao", 3, 8, -1), ("bdi", 11, 2, None),
            ("exercicio_pontos", 218, 13, 6), ("isin", 231, 12, None), ("distribuicao", 243, 3, None)]
 
 
-def least(work, rounds=7):
+def least(work, rounds=7, clock=time.process_time):
+    """Processor time, all threads of the process together, which other programs have little say in."""
     times = []
     for _ in range(rounds):
-        begin = time.perf_counter()
+        begin = clock()
         work()
-        times.append(time.perf_counter() - begin)
+        times.append(clock() - begin)
     return min(times)
 
 
@@ -150,7 +151,7 @@ def files(folder, count):
     first = ours["to polars, all columns"]
     rows = [[f"**campotipo, {name}**", f"**{size / took:.0f}**", ""] for name, took in ours.items()]
     rows += [[name, f"{size / took:.0f}", f"{took / first:.0f}x"] for name, took in peers.items()]
-    print(f"COTAHIST, {count:,} records of 247 bytes, MB of the file a second, one core, warm; the others "
+    print(f"COTAHIST, {count:,} records of 247 bytes, MB of the file a second of the processor, warm; the others "
           f"against all columns to polars ({len(COLUMNS)} columns; read_fwf over {some:,} lines):\n")
     table(["", "MB/s", "peer / ours"], rows)
     threads(every)
@@ -170,14 +171,14 @@ def threads(records):
             thread.join()
 
     parts = records.splits(2)
-    one = least(lambda: [read([part]) for part in parts])
-    two = least(lambda: read(parts))
+    one = least(lambda: [read([part]) for part in parts], 15, time.perf_counter)
+    two = least(lambda: read(parts), 15, time.perf_counter)
     print(f"Two threads read two ranges {one / two:.2f} times as fast as one thread both.\n")
 
 
 def imports():
-    code = ("import time, sys; a = time.perf_counter(); import campotipo; "
-            "print(time.perf_counter() - a)")
+    code = ("import time, sys; a = time.process_time(); import campotipo; "
+            "print(time.process_time() - a)")
     took = min(float(subprocess.run([sys.executable, "-c", code], capture_output=True, check=True,
                                     text=True).stdout) for _ in range(20))
     print(f"`import campotipo` takes {took * 1e3:.1f} ms, the least of 20 fresh interpreters.\n")
