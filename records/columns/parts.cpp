@@ -39,6 +39,11 @@ bool is_none(const unsigned char *field, const Params &p) {
 }
 
 bool has_empties_of_digits(const Params &p) {
+  if (p.n > text_numbers::kMostDigits) {  // a digit string, which may be longer than any number
+    return std::any_of(p.empties.begin(), p.empties.end(), [](const std::string &form) {
+      return form.find_first_not_of("0123456789") == std::string::npos;
+    });
+  }
   unsigned char digits[text_numbers::kMostDigits];
   bool negative = false;
   for (const std::string &form : p.empties) {
