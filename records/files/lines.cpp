@@ -51,8 +51,9 @@ void RecordStream::keep_end(RecordBlock &block, std::size_t &at) {
   at = block.size() - 2;
 }
 
-// Lines of one length, one behind the other: all whose first LF stands where it should, since two
-// short ones may be as long as one. True where it does not.
+// Lines of one length, one behind the other, by their ends alone: all that end where they should.
+// True where one does not. Behind a line of another length the next one is looked through, since two
+// short ones may be as long as one.
 bool RecordStream::split_even_lines(RecordBlock &block, std::size_t &at) {
   const std::size_t size = layout_->most_bytes();
   const bool crlf = ends_ == LineEnd::kCrLf;
@@ -62,9 +63,10 @@ bool RecordStream::split_even_lines(RecordBlock &block, std::size_t &at) {
   for (; block.size() - at >= stride; at += stride, ++next_) {
     if (next_ >= end_) return false;
     const unsigned char *line = data + at;
-    if (std::memchr(line, '\n', stride) != line + stride - 1) return true;
     // A CR in front of LF belongs to the end.
-    if ((line[stride - 2] == '\r') != crlf) return true;
+    const bool ended = crlf ? line[size] == '\r' && line[size + 1] == '\n'
+                            : line[size] == '\n' && line[size - 1] != '\r';
+    if (!ended) return true;
     const RecordType *type = told ? layout_->types.data() : kinds_.of(line, size);
     if (type == nullptr) return true;
     if (next_ >= from_) push(block, at, *type);

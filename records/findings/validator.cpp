@@ -126,6 +126,16 @@ void Validator::found(const Finding &finding) {
 void Validator::add(const RecordBlock &block, std::vector<Finding> findings) {
   gathered_ = std::move(findings);
   records_ += block.records.size();
+  if (looks_at_values_) add_faults(block);
+  if (looks_at_file_) rules_.add(block);
+  std::stable_sort(gathered_.begin(), gathered_.end(), [](const Finding &a, const Finding &b) {
+    return a.place.offset < b.place.offset;
+  });
+  for (const Finding &finding : gathered_) found(finding);
+  gathered_.clear();
+}
+
+void Validator::add_faults(const RecordBlock &block) {
   for (const auto *list : {&block.faults, &block.notes}) {
     for (const StreamFault &fault : *list) {
       if (skip_unknown_ && fault.word == What::kUnknownKind && !fault.fatal) {
@@ -136,12 +146,6 @@ void Validator::add(const RecordBlock &block, std::vector<Finding> findings) {
           {nullptr, nullptr, fault.word, fault.what, {fault.record, fault.offset, "", 0}});
     }
   }
-  if (looks_at_file_) rules_.add(block);
-  std::stable_sort(gathered_.begin(), gathered_.end(), [](const Finding &a, const Finding &b) {
-    return a.place.offset < b.place.offset;
-  });
-  for (const Finding &finding : gathered_) found(finding);
-  gathered_.clear();
 }
 
 void Validator::finish() {

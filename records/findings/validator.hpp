@@ -67,6 +67,7 @@ class Validator {
   std::string summary() const;
 
  private:
+  void add_faults(const RecordBlock &block);
   void found(const Finding &finding);
 
   const Layout *layout_;

@@ -34,7 +34,8 @@ def write(
       `_record`, `_file` and `_fault` are passed over.
     - `lossy`: without it a value that its field does not hold whole raises RecordError.
 
-    >>> banks = open("examples/bancos.toml", "bancos.reg")
+    >>> import campotipo
+    >>> banks = campotipo.open("examples/bancos.toml", "bancos.reg")
     >>> write("examples/bancos.toml", "copy.reg", banks)
     (513, 0)
     """
