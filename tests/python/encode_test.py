@@ -154,6 +154,8 @@ def same_as_texts(file, kind, table, texts):
     loaded, losses = file.load(rows.getvalue())
     made, lost = file.columns.encode(kind, table, lossy=True)
     assert sorted((loss.record, loss.what) for loss in lost) == sorted(losses)
+    if "line_end" in file.toml and b"\n" in made:
+        return  # bytes of a field that end a line: the file does not read as it was written
     numbers = range(1, table.num_rows + 1)
     assert made == b"".join(file.columns.records(loaded, kind, numbers))
 
