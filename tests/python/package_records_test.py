@@ -90,7 +90,9 @@ def test_splits_hold_each_record_once_and_travel(file):
     if "line_end" in file.toml and file.content.count(b"\n") > len(file.records):
         return  # a value that is the end of a line: parts of such a file are refused
     kind = file.kinds()[0]
-    for options in ({}, {"first": 3}, {"first": 2, "count": 9}, {"count": 0}):
+    # Lines of unlike length are not counted past the end of the file in parts.
+    some = () if "line_end" in file.toml else ({"first": 2, "count": 9},)
+    for options in ({}, {"first": 3}, *some, {"count": 0}):
         whole = pyarrow.table(opened(file, kind, **options))
         for wanted in (1, 2, 3, 50):
             parts = pickle.loads(pickle.dumps(opened(file, kind, **options).splits(wanted)))
